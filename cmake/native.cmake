@@ -1,0 +1,46 @@
+# Native build of the portable model code.
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  add_compile_options(-Wall -Wextra -Wpedantic)
+endif()
+if(QV_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+add_library(qv_model STATIC ${QV_MODEL_SOURCES})
+target_include_directories(qv_model PUBLIC ${CMAKE_SOURCE_DIR}/src)
+target_compile_definitions(qv_model PUBLIC QV_STATIC)
+
+if(QV_FUZZ)
+  file(GLOB QV_FUZZERS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/fuzz/*_fuzz.cpp)
+  foreach(src ${QV_FUZZERS})
+    get_filename_component(name ${src} NAME_WE)
+    add_executable(${name} ${src})
+    target_link_libraries(${name} PRIVATE qv_model)
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
+    # A short smoke run in the test suite: termination and no crash on the
+    # seed corpus plus a few seconds of mutation. Long runs are done by hand.
+    add_test(NAME fuzz.${name}
+             COMMAND ${name} -max_total_time=8 -rss_limit_mb=2048 -timeout=5)
+  endforeach()
+  target_compile_options(qv_model PRIVATE -fsanitize=fuzzer-no-link,address,undefined)
+  return()
+endif()
+
+if(QV_BENCH)
+  find_package(benchmark REQUIRED)
+  file(GLOB QV_BENCHES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/bench/model/*_bench.cpp)
+  if(QV_BENCHES)
+    add_executable(qv_model_bench ${QV_BENCHES})
+    target_link_libraries(qv_model_bench PRIVATE qv_model benchmark::benchmark_main)
+  endif()
+  return()
+endif()
+
+find_package(GTest REQUIRED)
+include(GoogleTest)
+file(GLOB QV_MODEL_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/model/*_test.cpp)
+add_executable(qv_model_tests ${QV_MODEL_TESTS})
+target_link_libraries(qv_model_tests PRIVATE qv_model GTest::gtest_main)
+gtest_discover_tests(qv_model_tests TEST_PREFIX "model." DISCOVERY_TIMEOUT 60)

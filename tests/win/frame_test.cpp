@@ -1,0 +1,316 @@
+// The library frame under Windows: settings with and without the host's
+// session-data manager, the log tuple, boxes, translation, conversions in the
+// user's locale, initial values.
+#include <gtest/gtest.h>
+
+#include <initguid.h>
+
+#include <string>
+
+#include "frame/app.h"
+#include "frame/services.h"
+#include "frame/session.h"
+#include "frame/siblings.h"
+#include "support/host.h"
+
+namespace {
+
+using qvtest::HostTest;
+
+// ---- Settings --------------------------------------------------------------
+
+class SettingsTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        qv::Services::DefaultSettings().ClearStore();
+        qv::Services::DefaultSettings().UseSessionDataManager(nullptr, nullptr);
+    }
+    void TearDown() override { SetUp(); }
+};
+
+TEST_F(SettingsTest, WithoutAnyServiceEverySettingReadsAsAbsent) {
+    EXPECT_EQ(qv::TooltipPopupTimeSetting(), 0u);
+    long width = -7;
+    EXPECT_FALSE(qv::TooltipMaxTipWidthSetting(width));
+    EXPECT_EQ(qv::ContextHelpFileSetting(), L"");
+    std::wstring text(25, L'x');
+    qv::ApplyTooltipMaxWidth(text);
+    EXPECT_EQ(text.size(), 25u);
+}
+
+TEST_F(SettingsTest, MaxTipWidthCutsOnlyWhenItIsANumber) {
+    struct Case {
+        const wchar_t* stored;
+        size_t length;
+        size_t expected;
+    } cases[] = {
+        {L"abc", 25, 25}, {L"", 25, 25}, {L"10", 25, 10}, {L"10", 10, 10}, {L" 10 ", 25, 10}, {L"0", 3, 0},
+    };
+    for (const Case& c : cases) {
+        qv::Services::DefaultSettings().Set(L"Common", L"tooltipmaxtipwidth", c.stored);
+        std::wstring text(c.length, L'y');
+        qv::ApplyTooltipMaxWidth(text);
+        EXPECT_EQ(text.size(), c.expected) << "stored '" << std::string(c.stored, c.stored + wcslen(c.stored)) << "'";
+    }
+}
+
+TEST_F(SettingsTest, EmbeddedStoreLoadsIniText) {
+    ASSERT_TRUE(qv::Services::DefaultSettings().LoadIniText(
+        L"[Common]\ntooltipdelaytime=1500\n[customization]\ncontextHelpOnCustomizationObjects=C:\\help\\ctx.chm\n"));
+    EXPECT_EQ(qv::TooltipPopupTimeSetting(), 1500u);
+    EXPECT_EQ(qv::ContextHelpFileSetting(), L"C:\\help\\ctx.chm");
+}
+
+// A session-data manager as a host registers it, served in-process through
+// CoRegisterClassObject so CoCreateInstance finds it like the host's server.
+// {6F2B1C3A-0D7E-4C55-9A61-2B7F0C9D1E01}
+DEFINE_GUID(CLSID_TestSessionData, 0x6f2b1c3a, 0x0d7e, 0x4c55, 0x9a, 0x61, 0x2b, 0x7f, 0x0c, 0x9d, 0x1e, 0x01);
+// {6F2B1C3A-0D7E-4C55-9A61-2B7F0C9D1E02}
+DEFINE_GUID(IID_TestSessionData, 0x6f2b1c3a, 0x0d7e, 0x4c55, 0x9a, 0x61, 0x2b, 0x7f, 0x0c, 0x9d, 0x1e, 0x02);
+// Never registered.
+DEFINE_GUID(CLSID_Missing, 0x6f2b1c3a, 0x0d7e, 0x4c55, 0x9a, 0x61, 0x2b, 0x7f, 0x0c, 0x9d, 0x1e, 0x03);
+
+std::vector<long> g_flags;
+
+class TestSessionData : public IZT_SessionDataMng {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        if (iid == IID_IUnknown || iid == IID_TestSessionData) {
+            *out = this;
+            AddRef();
+            return S_OK;
+        }
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++refs_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG r = --refs_;
+        if (!r) delete this;
+        return r;
+    }
+    HRESULT STDMETHODCALLTYPE Reserved4() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Reserved5() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Reserved6() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Reserved7() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Reserved8() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Reserved9() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetSessionValue(BSTR section, BSTR name, long type, VARIANT* value, long flag) override {
+        g_flags.push_back(flag);
+        if (type != VT_BSTR) return E_INVALIDARG;
+        const std::wstring key = std::wstring(section) + L"/" + name;
+        const wchar_t* text = key == L"Common/tooltipdelaytime"     ? L"750"
+                              : key == L"Common/tooltipmaxtipwidth" ? L"abc"
+                              : key == L"customization/contextHelpOnCustomizationObjects" ? L"https://help.example/ctx"
+                                                                                          : nullptr;
+        if (!text) return S_FALSE;
+        value->vt = VT_BSTR;
+        value->bstrVal = ::SysAllocString(text);
+        return S_OK;
+    }
+
+private:
+    ULONG refs_ = 1;
+};
+
+class TestFactory : public IClassFactory {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        if (iid == IID_IUnknown || iid == IID_IClassFactory) {
+            *out = this;
+            return S_OK;
+        }
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** out) override {
+        if (outer) return CLASS_E_NOAGGREGATION;
+        auto* obj = new TestSessionData;
+        const HRESULT hr = obj->QueryInterface(iid, out);
+        obj->Release();
+        return hr;
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+};
+
+TEST_F(SettingsTest, HostSessionDataManagerIsAskedWithTheFlagOfEachSection) {
+    qv::ComInit com;
+    TestFactory factory;
+    DWORD cookie = 0;
+    ASSERT_EQ(::CoRegisterClassObject(CLSID_TestSessionData, &factory, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
+                                      &cookie),
+              S_OK);
+    qv::Services::DefaultSettings().UseSessionDataManager(&CLSID_TestSessionData, &IID_TestSessionData);
+    qv::Services::DefaultSettings().Set(L"Common", L"tooltipdelaytime", L"1");  // the store is not asked
+    g_flags.clear();
+
+    EXPECT_EQ(qv::TooltipPopupTimeSetting(), 750u);
+    long width = 0;
+    EXPECT_FALSE(qv::TooltipMaxTipWidthSetting(width)) << "\"abc\" is not a number";
+    EXPECT_EQ(qv::ContextHelpFileSetting(), L"https://help.example/ctx");
+    EXPECT_EQ(g_flags, (std::vector<long>{0, 0, 1}));
+
+    // A class the host named but nobody registered: defaults, no error.
+    qv::Services::DefaultSettings().UseSessionDataManager(&CLSID_Missing, &IID_TestSessionData);
+    EXPECT_EQ(qv::TooltipPopupTimeSetting(), 0u);
+    EXPECT_EQ(qv::ContextHelpFileSetting(), L"");
+    ::CoRevokeClassObject(cookie);
+}
+
+// ---- Log book, boxes, translation -------------------------------------------------
+
+TEST_F(HostTest, LogEntryCarriesTheLibrarysTuple) {
+    qv::LogFailureA(" XTabCheckListBox::DrawItem()", 2073, "VERIFY(cyItem >= CalcMinimumItemHeight())");
+    qv::LogFailure(L" XBaseDateTime::Init", 104, L"Creating control failed", 0x80070005L);
+    const auto& log = qv::Services::DefaultLogBook().Entries();
+    ASSERT_EQ(log.size(), 2u);
+    EXPECT_EQ(log[0].module, L"Quorvel");
+    EXPECT_EQ(log[0].function, L" XTabCheckListBox::DrawItem()");
+    EXPECT_EQ(log[0].line, 2073u);
+    EXPECT_EQ(log[0].message, L"VERIFY(cyItem >= CalcMinimumItemHeight())");
+    EXPECT_EQ(log[0].hr, static_cast<long>(E_FAIL));
+    EXPECT_EQ(log[1].function, L" XBaseDateTime::Init");
+    EXPECT_EQ(log[1].hr, 0x80070005L);
+    EXPECT_TRUE(rec_->boxes.boxes.empty()) << "logging never shows a box";
+}
+
+TEST_F(HostTest, BoxesAndErrorDisplayGoThroughTheMessageBoxService) {
+    CoErrorBox(nullptr, CoTranslateText(L"Error"), L"Disk full", 0);
+    CoWarningBox(nullptr, L"Invalid entry", L"Check the value", 0);
+    XZTError::DisplayErrorMessageBox(qv::ModuleNameBstr(), L" XValueAddedCtrl::SetValue", 12,
+                                     L"Failed to get voxeproject!", nullptr);
+    ASSERT_EQ(rec_->boxes.boxes.size(), 3u);
+    EXPECT_EQ(rec_->boxes.boxes[0].caption, L"Error");
+    EXPECT_EQ(rec_->boxes.boxes[0].type & MB_ICONMASK, static_cast<UINT>(MB_ICONERROR));
+    EXPECT_EQ(rec_->boxes.boxes[1].type & MB_ICONMASK, static_cast<UINT>(MB_ICONWARNING));
+    EXPECT_EQ(rec_->boxes.boxes[2].caption, L"Error");
+    EXPECT_NE(rec_->boxes.boxes[2].text.find(L"Failed to get voxeproject!"), std::wstring::npos);
+    EXPECT_EQ(std::wstring(qv::ModuleNameBstr()), L"Quorvel");
+}
+
+TEST_F(HostTest, CatalogTranslatesTextsAndDialogLabelsButNotUserData) {
+    auto& tr = qv::Services::DefaultTranslation();
+    ASSERT_TRUE(tr.LoadText(L"Error\tFehler\nCancel\tAbbrechen\nSelect a font\tSchrift w\u00e4hlen\n"));
+    EXPECT_STREQ(CoTranslateText(L"Error"), L"Fehler");
+    EXPECT_STREQ(CoTranslateText(L"Unknown text"), L"Unknown text");
+    EXPECT_STREQ(CoTranslateText2("Cancel"), L"Abbrechen");
+
+    ::SetWindowTextW(host_, L"Select a font");
+    HWND button = ::CreateWindowExW(0, L"BUTTON", L"Cancel", WS_CHILD, 0, 0, 80, 20, host_, nullptr, nullptr, nullptr);
+    HWND edit = ::CreateWindowExW(0, L"EDIT", L"Cancel", WS_CHILD, 0, 30, 80, 20, host_, nullptr, nullptr, nullptr);
+    CoTranslateWindow(host_);
+    EXPECT_EQ(qvtest::TextOf(host_), L"Schrift w\u00e4hlen");
+    EXPECT_EQ(qvtest::TextOf(button), L"Abbrechen");
+    EXPECT_EQ(qvtest::TextOf(edit), L"Cancel") << "an edit field holds data, not a label";
+    CoTranslateWindow(nullptr);  // must not crash
+    tr.Clear();
+    EXPECT_STREQ(CoTranslateText(L"Error"), L"Error");
+}
+
+// ---- Conversions in the user's locale --------------------------------------------------
+
+class DecimalCommaLocale {
+public:
+    DecimalCommaLocale() {
+        ::GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, saved_, 8);
+        ::SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, L",");
+    }
+    ~DecimalCommaLocale() { ::SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, saved_); }
+
+private:
+    wchar_t saved_[8] = L".";
+};
+
+struct ParseCase {
+    const wchar_t* text;
+    bool ok;
+    double value;
+};
+
+void ExpectParses(const ParseCase* cases, size_t n) {
+    for (size_t i = 0; i < n; ++i) {
+        double v = -999.0;
+        EXPECT_EQ(String2Double(cases[i].text, v), cases[i].ok) << "case " << i;
+        EXPECT_DOUBLE_EQ(v, cases[i].ok ? cases[i].value : -999.0) << "case " << i;
+    }
+}
+
+TEST(ConversionTest, DotLocale) {
+    const ParseCase cases[] = {{L"3.25", true, 3.25}, {L"-0.5", true, -0.5}, {L"1e3", true, 1000.0},
+                               {L"", false, 0},        {L"12x", false, 0},   {L"3,25", false, 0}};
+    ExpectParses(cases, std::size(cases));
+    std::wstring text;
+    ASSERT_TRUE(Double2String(text, 3.5, L"%g"));
+    EXPECT_EQ(text, L"3.5");
+    ASSERT_TRUE(Double2String(text, 1.0e-5, L"%5.2e"));
+    EXPECT_EQ(text, L"1.00e-05") << "two-digit exponent as C99 prints it";
+    EXPECT_FALSE(Double2String(text, 1.0, L"%s"));
+}
+
+TEST(ConversionTest, DecimalCommaLocaleAcceptsBothSeparatorsAndFormatsWithComma) {
+    DecimalCommaLocale comma;
+    const ParseCase cases[] = {{L"3,25", true, 3.25}, {L"3.25", true, 3.25}, {L"-1,5e2", true, -150.0},
+                               {L"1.000,5", false, 0}, {L",", false, 0}};
+    ExpectParses(cases, std::size(cases));
+    std::wstring text;
+    ASSERT_TRUE(Double2String(text, 3.14159, L"%.2f"));
+    EXPECT_EQ(text, L"3,14");
+    std::wstring inRange = L"10,5", outside = L"20,01";
+    EXPECT_TRUE(CheckRange(10.0, 20.0, inRange));
+    EXPECT_FALSE(CheckRange(10.0, 20.0, outside));
+    std::wstring bound = L"20";
+    EXPECT_TRUE(CheckRange(10.0, 20.0, bound)) << "closed range";
+}
+
+TEST(ConversionTest, CharacterCheckAndRichText) {
+    EXPECT_TRUE(CheckCharacters0_9A_Z(L"A", false));
+    EXPECT_FALSE(CheckCharacters0_9A_Z(L"a", false));
+    EXPECT_FALSE(CheckCharacters0_9A_Z(L"AB", false)) << "one typed character";
+    EXPECT_TRUE(CheckCharacters0_9A_Z(L"AB09", true));
+    EXPECT_TRUE(CheckCharacters0_9A_Z(L"", true));
+    EXPECT_FALSE(CheckCharacters0_9A_Z(L"AB-09", true));
+
+    std::wstring plain;
+    EXPECT_TRUE(RTF2TXT(L"{\\rtf1{\\fonttbl{\\f0 Arial;}}\\f0 Gr\\'fc\\'dfe\\par Zeile}", plain));
+    EXPECT_EQ(plain, L"Gr\u00fc\u00dfe\r\nZeile");
+    EXPECT_FALSE(RTF2TXT(L"plain text", plain));
+}
+
+// ---- Initial values and COM wrappers ----------------------------------------------------
+
+TEST(InitValueTest, CopiesNamedValuesAndFreesTheHostsArray) {
+    auto* values = static_cast<tagINITVALUE*>(::CoTaskMemAlloc(2 * sizeof(tagINITVALUE)));
+    values[0].name = ::SysAllocString(L"pQuery");
+    ::VariantInit(&values[0].value);
+    values[0].value.vt = VT_I4;
+    values[0].value.lVal = 42;
+    values[1].name = ::SysAllocString(L"label");
+    ::VariantInit(&values[1].value);
+    values[1].value.vt = VT_BSTR;
+    values[1].value.bstrVal = ::SysAllocString(L"text");
+
+    XInitValueWrapper wrapper(2, values);
+    XInitValueWrapper::FreeStruct(2, values);  // the wrapper keeps its own copy
+
+    qv::Variant v;
+    ASSERT_TRUE(wrapper.GetData(const_cast<wchar_t*>(L"pQuery"), v));
+    EXPECT_EQ(v.vt, VT_I4);
+    EXPECT_EQ(v.lVal, 42);
+    ASSERT_TRUE(wrapper.GetData(const_cast<wchar_t*>(L"label"), v));
+    EXPECT_EQ(v.Text(), L"text");
+    EXPECT_FALSE(wrapper.GetData(const_cast<wchar_t*>(L"pObject"), v));
+    EXPECT_FALSE(wrapper.GetData(nullptr, v));
+
+    XZTComBSTR b(L"Common");
+    EXPECT_TRUE(b == L"Common");
+    EXPECT_FALSE(b == L"common");
+    XZTComVariant number;
+    VARIANT* p = &number;
+    p->vt = VT_BSTR;
+    p->bstrVal = ::SysAllocString(L"2.5");
+    EXPECT_DOUBLE_EQ(number.GetDouble(), 2.5);
+}
+
+}  // namespace
