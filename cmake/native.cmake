@@ -17,14 +17,14 @@ if(QV_FUZZ)
     get_filename_component(name ${src} NAME_WE)
     add_executable(${name} ${src})
     target_link_libraries(${name} PRIVATE qv_model)
-    target_compile_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
     # A short smoke run in the test suite: termination and no crash on the
     # seed corpus plus a few seconds of mutation. Long runs are done by hand.
     add_test(NAME fuzz.${name}
              COMMAND ${name} -max_total_time=8 -rss_limit_mb=2048 -timeout=5)
   endforeach()
-  target_compile_options(qv_model PRIVATE -fsanitize=fuzzer-no-link,address,undefined)
+  target_compile_options(qv_model PRIVATE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined)
   return()
 endif()
 

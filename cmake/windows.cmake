@@ -66,6 +66,7 @@ file(GLOB QV_GALLERY_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/examples/gall
 if(QV_GALLERY_SOURCES)
   add_executable(gallery WIN32 ${QV_GALLERY_SOURCES})
   target_link_libraries(gallery PRIVATE quorvel ${QV_SYSTEM_LIBS})
+  target_include_directories(gallery PRIVATE ${CMAKE_SOURCE_DIR}/src/resources)
   target_link_options(gallery PRIVATE -municode)
 endif()
 
@@ -77,4 +78,12 @@ foreach(src ${QV_TOOLS})
   add_executable(${name} ${src})
   target_link_libraries(${name} PRIVATE quorvel)
   target_link_options(${name} PRIVATE -municode)
+endforeach()
+
+# Timing harnesses run under Wine by ./build.sh bench (not tests).
+file(GLOB QV_WIN_BENCHES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/bench/win/*_bench.cpp)
+foreach(src ${QV_WIN_BENCHES})
+  get_filename_component(name ${src} NAME_WE)
+  add_executable(qvw_${name} ${src})
+  target_link_libraries(qvw_${name} PRIVATE quorvel ${QV_SYSTEM_LIBS})
 endforeach()

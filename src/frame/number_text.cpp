@@ -27,33 +27,33 @@ std::size_t CopyDigits(std::wstring_view text, std::size_t& i, std::string& out)
 }
 
 // Reads a width or precision of at most 999; false when it is larger.
-bool ReadSmallNumber(std::wstring_view format, std::size_t& i, std::string& spec) {
+bool ReadSmallNumber(std::wstring_view format, std::size_t& i, std::string& conversion) {
     int value = 0;
     for (; i < format.size() && IsDigit(format[i]); ++i) {
         value = std::min(1000, value * 10 + (format[i] - L'0'));
-        spec += static_cast<char>(format[i]);
+        conversion += static_cast<char>(format[i]);
     }
     return value <= 999;
 }
 
 // Parses the conversion after a '%' at format[i] into a narrow printf
 // conversion (without length modifier). Advances `i` past it.
-bool ReadFloatConversion(std::wstring_view format, std::size_t& i, std::string& spec) {
-    spec = "%";
+bool ReadFloatConversion(std::wstring_view format, std::size_t& i, std::string& conversion) {
+    conversion = "%";
     for (; i < format.size() && std::wstring_view(L"-+ #0").find(format[i]) != std::wstring_view::npos; ++i) {
-        spec += static_cast<char>(format[i]);
+        conversion += static_cast<char>(format[i]);
     }
-    if (!ReadSmallNumber(format, i, spec)) return false;
+    if (!ReadSmallNumber(format, i, conversion)) return false;
     if (i < format.size() && format[i] == L'.') {
-        spec += '.';
+        conversion += '.';
         ++i;
-        if (!ReadSmallNumber(format, i, spec)) return false;
+        if (!ReadSmallNumber(format, i, conversion)) return false;
     }
     if (i < format.size() && format[i] == L'l') ++i;  // %lf is %f in C99
     if (i >= format.size() || std::wstring_view(L"fFeEgG").find(format[i]) == std::wstring_view::npos) {
         return false;
     }
-    spec += static_cast<char>(format[i++]);
+    conversion += static_cast<char>(format[i++]);
     return true;
 }
 
@@ -102,7 +102,7 @@ bool FormatLocaleDouble(std::wstring& text, double value, std::wstring_view prin
     if (!std::isfinite(value)) return false;
     std::wstring prefix;
     std::wstring suffix;
-    std::string spec;
+    std::string conversion;
     int conversions = 0;
     for (std::size_t i = 0; i < printfFormat.size();) {
         const wchar_t c = printfFormat[i++];
@@ -112,7 +112,7 @@ bool FormatLocaleDouble(std::wstring& text, double value, std::wstring_view prin
         } else if (i < printfFormat.size() && printfFormat[i] == L'%') {
             literal += L'%';
             ++i;
-        } else if (++conversions > 1 || !ReadFloatConversion(printfFormat, i, spec)) {
+        } else if (++conversions > 1 || !ReadFloatConversion(printfFormat, i, conversion)) {
             return false;
         }
     }
@@ -121,10 +121,10 @@ bool FormatLocaleDouble(std::wstring& text, double value, std::wstring_view prin
     // The conversion alone goes through snprintf: the literal text may hold
     // characters a narrow format could not carry. The format is one checked
     // floating conversion, so passing it to snprintf is safe.
-    const int length = std::snprintf(nullptr, 0, spec.c_str(), value);
+    const int length = std::snprintf(nullptr, 0, conversion.c_str(), value);
     if (length < 0) return false;
     std::string converted(static_cast<std::size_t>(length) + 1, '\0');
-    std::snprintf(converted.data(), converted.size(), spec.c_str(), value);
+    std::snprintf(converted.data(), converted.size(), conversion.c_str(), value);
     converted.resize(static_cast<std::size_t>(length));
 
     std::wstring result = std::move(prefix);

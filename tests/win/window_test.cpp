@@ -2,6 +2,8 @@
 // either destruction order.
 #include "platform/window.h"
 
+#include "platform/module.h"
+
 #include "support/host.h"
 
 namespace {
@@ -165,6 +167,34 @@ TEST_F(WindowTest, CreatedWindowSeesItsOwnCreation) {
     ASSERT_NE(cls, nullptr);
     ASSERT_TRUE(w.Create(cls, L"", WS_CHILD | WS_VISIBLE, rc_, host_, 107));
     EXPECT_EQ(w.created, 1);
+}
+
+}  // namespace
+
+namespace {
+
+// Upper-cases what is typed: proves a dialog item's keystrokes reach the
+// object's handler and its Default() still reaches the edit control.
+class UpperEdit : public qv::Window {
+protected:
+    void OnChar(UINT ch, UINT rep, UINT flags) override {
+        if (ch >= L'a' && ch <= L'z') ch -= L'a' - L'A';
+        DefWindowProc(WM_CHAR, ch, MAKELPARAM(rep, flags));
+    }
+};
+
+INT_PTR CALLBACK PlainDialogProc(HWND, UINT msg, WPARAM, LPARAM) { return msg == WM_INITDIALOG; }
+
+TEST_F(WindowTest, SubclassedDialogItemSeesTypedCharacters) {
+    // The library's font-size dialog: edit 5024 inside a plain dialog procedure.
+    HWND dlg = ::CreateDialogParamW(qv::LibraryModule(), MAKEINTRESOURCEW(141), host_, PlainDialogProc, 0);
+    ASSERT_NE(dlg, nullptr);
+    UpperEdit edit;
+    ASSERT_TRUE(edit.SubclassDlgItem(5024, dlg));
+    qvtest::TypeChars(edit.m_hWnd, L"ab1c");
+    EXPECT_EQ(qvtest::TextOf(edit.m_hWnd), L"AB1C");
+    ::DestroyWindow(dlg);
+    EXPECT_EQ(edit.m_hWnd, nullptr) << "detached when the dialog went";
 }
 
 }  // namespace

@@ -1,0 +1,41 @@
+// The gallery: every control of the library on one window, one page per
+// control family, created the way a host creates them.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+// What a page builder leaves behind: the library objects it created, kept
+// alive as long as the page.
+struct PageObjects {
+    virtual ~PageObjects() = default;
+};
+
+struct PageInfo {
+    const wchar_t* title;
+    // Creates the page's controls on `page` (a child window filling the
+    // client area below the tabs). Null: the page says what will come.
+    std::function<std::unique_ptr<PageObjects>(HWND page)> build;
+    const wchar_t* comingText;
+    // Called in screenshot mode after the page is shown, to open what a
+    // picture should show (a tooltip, a drop-down); may be null.
+    std::function<void(HWND page)> beforeShot;
+};
+
+// All pages, in tab order.
+const std::vector<PageInfo>& Pages();
+
+// Page builders, one file per family.
+std::unique_ptr<PageObjects> BuildFoundationPage(HWND page);
+
+// Shared helpers for page builders.
+HFONT GalleryFont();
+HWND AddLabel(HWND page, const wchar_t* text, int x, int y, int w, int h, DWORD style = 0);
+
+}  // namespace gallery

@@ -1,0 +1,41 @@
+#include "gallery.h"
+
+namespace gallery {
+
+const std::vector<PageInfo>& Pages() {
+    static const std::vector<PageInfo> pages = {
+        {L"Foundation", BuildFoundationPage, nullptr, nullptr},
+        {L"Masked entry", nullptr,
+         L"Masked edit fields that refuse every keystroke, cut and paste their validation pattern does not allow, "
+         L"and the placeholder mask edit.", nullptr},
+        {L"Numbers", nullptr,
+         L"Unsigned and signed integer and decimal fields with limits, decimal places and the user's decimal "
+         L"separator; decimal, hexadecimal and binary digit fields.", nullptr},
+        {L"Dates and times", nullptr,
+         L"Date-time picker fields with a 'no date' state, date, time and combined date-time edits, and the "
+         L"read-only date field.", nullptr},
+        {L"Tooltips", nullptr,
+         L"Mark-up tooltips (bold, colours, alignment, rules, line breaks) with delays, anchors, shadows and F1 help.",
+         nullptr},
+        {L"Base controls", nullptr,
+         L"Base edit, combo, list, check-list, check box, radio, group box and read-only edit, each in its "
+         L"colour-scheme variant.", nullptr},
+        {L"Labels and prompts", nullptr, L"Context-help labels and prompts that open their help on F1.", nullptr},
+        {L"Lists", nullptr, L"Report lists with typed rows, column sorting, print export and clipboard copy.", nullptr},
+        {L"Value added", nullptr,
+         L"The value-added list: process steps in groups, entered and calculated shares, edited in place under the "
+         L"100 % cap.", nullptr},
+        {L"Viewers", nullptr, L"Image and HTML viewers that choose by file type.", nullptr},
+        {L"Search fields", nullptr, L"File and folder search fields with browse buttons and path checks.", nullptr},
+        {L"Splitter", nullptr, L"A splitter with collapse and restore buttons on its bar.", nullptr},
+        {L"Line numbers", nullptr, L"A multi-line edit with a line-number margin that follows scrolling.", nullptr},
+        {L"Buttons", nullptr, L"Script button groups, the button container and the colour button.", nullptr},
+        {L"Combo boxes", nullptr, L"Check combo boxes and filtering combo boxes.", nullptr},
+        {L"Font and colour", nullptr, L"The font and colour chooser with its preview.", nullptr},
+        {L"Rich text", nullptr, L"Rich text fields with their edit and formatting menu.", nullptr},
+        {L"Scrolling dialog", nullptr, L"A dialog base that scrolls its contents when made smaller.", nullptr},
+    };
+    return pages;
+}
+
+}  // namespace gallery
