@@ -47,31 +47,6 @@ TEST_F(ControlsTest, EditSelectionAndReplacement) {
     EXPECT_EQ(edit.GetWindowText(), L"abcd");
 }
 
-TEST_F(ControlsTest, ComboItemsDataAndLookup) {
-    qv::ComboBox combo;
-    ASSERT_TRUE(combo.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWN | CBS_SORT, rc_, host_, 101));
-    for (const wchar_t* s : {L"pear", L"apple", L"plum", L"fig"}) ASSERT_GE(combo.AddString(s), 0);
-    ASSERT_EQ(combo.GetCount(), 4);
-    struct Case {
-        const wchar_t* find;
-        int index;  // in sorted order
-        const wchar_t* item;
-    } cases[] = {{L"apple", 0, L"apple"}, {L"fig", 1, L"fig"},   {L"pear", 2, L"pear"},
-                 {L"PLUM", 3, L"plum"},   {L"pl", CB_ERR, L""}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.find);
-        EXPECT_EQ(combo.FindStringExact(-1, c.find), c.index);
-        EXPECT_EQ(combo.GetLBText(c.index), c.item);
-    }
-    EXPECT_EQ(combo.SelectString(-1, L"pe"), 2) << "prefix selection";
-    EXPECT_EQ(combo.GetCurSel(), 2);
-    EXPECT_EQ(combo.GetWindowText(), L"pear");
-    combo.SetItemData(1, 0xF16);
-    EXPECT_EQ(combo.GetItemData(1), 0xF16u);
-    EXPECT_EQ(combo.DeleteString(0), 3);
-    EXPECT_EQ(combo.GetItemData(0), 0xF16u) << "data moves with its item";
-}
-
 TEST_F(ControlsTest, ListViewColumnsItemsAndHeader) {
     qv::ListCtrl list;
     ASSERT_TRUE(list.Create(WS_CHILD | WS_VISIBLE | LVS_REPORT, rc_, host_, 102));
@@ -161,34 +136,6 @@ TEST_F(ControlsTest, DatePickerWithShowNoneHoldsNoDate) {
     EXPECT_EQ(picker.GetTime(got), static_cast<DWORD>(GDT_NONE));
 }
 
-TEST_F(ControlsTest, ToolTipCountsItsTools) {
-    qv::Button a, b;
-    ASSERT_TRUE(a.Create(L"A", WS_CHILD | WS_VISIBLE, RECT{10, 10, 60, 30}, host_, 104));
-    ASSERT_TRUE(b.Create(L"B", WS_CHILD | WS_VISIBLE, RECT{70, 10, 120, 30}, host_, 105));
-    qv::ToolTipCtrl tip;
-    ASSERT_TRUE(tip.Create(host_));
-    EXPECT_EQ(tip.GetToolCount(), 0);
-    EXPECT_TRUE(tip.AddTool(a, L"first"));
-    EXPECT_TRUE(tip.AddTool(b, L"second"));
-    RECT area{0, 0, 5, 5};
-    EXPECT_TRUE(tip.AddTool(host_, L"corner", &area, 7));
-    EXPECT_EQ(tip.GetToolCount(), 3);
-
-    tip.UpdateTipText(L"changed", a);
-    wchar_t text[80] = {};
-    TTTOOLINFOW ti{};
-    ti.cbSize = TTTOOLINFOW_V2_SIZE;
-    ti.hwnd = host_;
-    ti.uId = reinterpret_cast<UINT_PTR>(a.m_hWnd);
-    ti.lpszText = text;
-    tip.SendMessage(TTM_GETTEXTW, 80, reinterpret_cast<LPARAM>(&ti));
-    EXPECT_STREQ(text, L"changed");
-
-    tip.DelTool(a);
-    tip.DelTool(host_, 7);
-    EXPECT_EQ(tip.GetToolCount(), 1);
-}
-
 TEST_F(ControlsTest, RichEditStreamsRtfInAndTextOut) {
     qv::RichEditCtrl rich;
     ASSERT_TRUE(rich.Create(WS_CHILD | WS_VISIBLE | ES_MULTILINE, rc_, host_, 106));
@@ -205,33 +152,6 @@ TEST_F(ControlsTest, RichEditStreamsRtfInAndTextOut) {
     rich.ReplaceSel(L"BOLD");
     EXPECT_EQ(rich.StreamOut(SF_TEXT), "Hello BOLD world");
     EXPECT_NE(rich.StreamOut(SF_RTF).find("{\\rtf"), std::string::npos);
-}
-
-TEST_F(ControlsTest, ListBoxPointsAndScrollBarPositions) {
-    qv::ListBox list;
-    ASSERT_TRUE(list.Create(WS_CHILD | WS_VISIBLE | LBS_NOTIFY, rc_, host_, 107));
-    for (const wchar_t* s : {L"a", L"b", L"c"}) list.AddString(s);
-    RECT item{};
-    ASSERT_NE(list.GetItemRect(2, item), LB_ERR);
-    bool outside = true;
-    EXPECT_EQ(list.ItemFromPoint(POINT{item.left + 2, item.top + 1}, outside), 2u);
-    EXPECT_FALSE(outside);
-    list.ItemFromPoint(POINT{item.left + 2, item.bottom + 40}, outside);
-    EXPECT_TRUE(outside);
-    EXPECT_EQ(list.GetText(1), L"b");
-
-    qv::ScrollBar bar;
-    ASSERT_TRUE(bar.Create(WS_CHILD | WS_VISIBLE | SBS_HORZ, RECT{10, 220, 200, 236}, host_, 108));
-    bar.SetScrollRange(0, 50);
-    EXPECT_EQ(bar.SetScrollPos(20), 0);
-    EXPECT_EQ(bar.GetScrollPos(), 20);
-    SCROLLINFO si{};
-    si.fMask = SIF_PAGE;
-    si.nPage = 11;
-    bar.SetScrollInfo(&si);
-    EXPECT_EQ(bar.GetScrollLimit(), 40);
-    bar.SetScrollPos(99);
-    EXPECT_EQ(bar.GetScrollPos(), 40) << "clamped to the limit";
 }
 
 }  // namespace
