@@ -66,38 +66,22 @@ bool OleDateTime::GetAsSystemTime(SYSTEMTIME& st) const noexcept {
     return true;
 }
 
-int OleDateTime::GetYear() const noexcept {
+namespace {
+// One part of a valid value, or -1 when the value is not valid.
+int PartOrMinusOne(const OleDateTime& dt, int oledate::DateParts::*part) noexcept {
     oledate::DateParts p;
-    return PartsOf(*this, p) ? p.year : -1;
+    return PartsOf(dt, p) ? p.*part : -1;
 }
-int OleDateTime::GetMonth() const noexcept {
-    oledate::DateParts p;
-    return PartsOf(*this, p) ? p.month : -1;
-}
-int OleDateTime::GetDay() const noexcept {
-    oledate::DateParts p;
-    return PartsOf(*this, p) ? p.day : -1;
-}
-int OleDateTime::GetHour() const noexcept {
-    oledate::DateParts p;
-    return PartsOf(*this, p) ? p.hour : -1;
-}
-int OleDateTime::GetMinute() const noexcept {
-    oledate::DateParts p;
-    return PartsOf(*this, p) ? p.minute : -1;
-}
-int OleDateTime::GetSecond() const noexcept {
-    oledate::DateParts p;
-    return PartsOf(*this, p) ? p.second : -1;
-}
-int OleDateTime::GetDayOfWeek() const noexcept {
-    oledate::DateParts p;
-    return PartsOf(*this, p) ? p.dayOfWeek : -1;
-}
-int OleDateTime::GetDayOfYear() const noexcept {
-    oledate::DateParts p;
-    return PartsOf(*this, p) ? p.dayOfYear : -1;
-}
+}  // namespace
+
+int OleDateTime::GetYear() const noexcept { return PartOrMinusOne(*this, &oledate::DateParts::year); }
+int OleDateTime::GetMonth() const noexcept { return PartOrMinusOne(*this, &oledate::DateParts::month); }
+int OleDateTime::GetDay() const noexcept { return PartOrMinusOne(*this, &oledate::DateParts::day); }
+int OleDateTime::GetHour() const noexcept { return PartOrMinusOne(*this, &oledate::DateParts::hour); }
+int OleDateTime::GetMinute() const noexcept { return PartOrMinusOne(*this, &oledate::DateParts::minute); }
+int OleDateTime::GetSecond() const noexcept { return PartOrMinusOne(*this, &oledate::DateParts::second); }
+int OleDateTime::GetDayOfWeek() const noexcept { return PartOrMinusOne(*this, &oledate::DateParts::dayOfWeek); }
+int OleDateTime::GetDayOfYear() const noexcept { return PartOrMinusOne(*this, &oledate::DateParts::dayOfYear); }
 
 bool OleDateTime::operator==(const OleDateTime& other) const noexcept {
     if (m_status != other.m_status) return false;

@@ -378,26 +378,25 @@ std::wstring Window::GetWindowText() const {
     return text;
 }
 
-bool Window::ModifyStyle(DWORD remove, DWORD add, UINT swpFlags) {
-    if (!IsWindow()) return false;
-    const DWORD style = GetStyle();
+namespace {
+bool ModifyLong(HWND hwnd, int index, DWORD remove, DWORD add, UINT swpFlags) {
+    if (!hwnd || !::IsWindow(hwnd)) return false;
+    const DWORD style = static_cast<DWORD>(::GetWindowLongPtrW(hwnd, index));
     const DWORD next = (style & ~remove) | add;
     if (next == style) return false;
-    ::SetWindowLongPtrW(m_hWnd, GWL_STYLE, static_cast<LONG_PTR>(next));
+    ::SetWindowLongPtrW(hwnd, index, static_cast<LONG_PTR>(next));
     if (swpFlags)
-        ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | swpFlags);
+        ::SetWindowPos(hwnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | swpFlags);
     return true;
+}
+}  // namespace
+
+bool Window::ModifyStyle(DWORD remove, DWORD add, UINT swpFlags) {
+    return ModifyLong(m_hWnd, GWL_STYLE, remove, add, swpFlags);
 }
 
 bool Window::ModifyStyleEx(DWORD remove, DWORD add, UINT swpFlags) {
-    if (!IsWindow()) return false;
-    const DWORD style = GetExStyle();
-    const DWORD next = (style & ~remove) | add;
-    if (next == style) return false;
-    ::SetWindowLongPtrW(m_hWnd, GWL_EXSTYLE, static_cast<LONG_PTR>(next));
-    if (swpFlags)
-        ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | swpFlags);
-    return true;
+    return ModifyLong(m_hWnd, GWL_EXSTYLE, remove, add, swpFlags);
 }
 
 RECT Window::GetClientRect() const {
