@@ -21,8 +21,14 @@ if(QV_FUZZ)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
     # A short smoke run in the test suite: termination and no crash on the
     # seed corpus plus a few seconds of mutation. Long runs are done by hand.
+    # A seed corpus in fuzz/corpus/<name> is read; new inputs go to the build tree.
+    set(corpus)
+    if(IS_DIRECTORY ${CMAKE_SOURCE_DIR}/fuzz/corpus/${name})
+      file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/corpus/${name})
+      set(corpus ${CMAKE_BINARY_DIR}/corpus/${name} ${CMAKE_SOURCE_DIR}/fuzz/corpus/${name})
+    endif()
     add_test(NAME fuzz.${name}
-             COMMAND ${name} -max_total_time=8 -rss_limit_mb=2048 -timeout=5)
+             COMMAND ${name} -max_total_time=8 -rss_limit_mb=2048 -timeout=5 ${corpus})
   endforeach()
   target_compile_options(qv_model PRIVATE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined)
   return()
@@ -38,9 +44,26 @@ if(QV_BENCH)
   return()
 endif()
 
+# Command-line tools: each tools/<name>/ with a main.cpp builds natively as
+# well. Its other sources form a library that the model tests link.
+set(QV_TOOL_CORES)
+file(GLOB QV_TOOL_MAINS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tools/*/main.cpp)
+foreach(main ${QV_TOOL_MAINS})
+  get_filename_component(dir ${main} DIRECTORY)
+  get_filename_component(name ${dir} NAME)
+  file(GLOB core CONFIGURE_DEPENDS ${dir}/*.cpp)
+  list(REMOVE_ITEM core ${main})
+  add_library(${name}-core STATIC ${core})
+  target_include_directories(${name}-core PUBLIC ${dir})
+  target_link_libraries(${name}-core PUBLIC qv_model)
+  add_executable(${name} ${main})
+  target_link_libraries(${name} PRIVATE ${name}-core)
+  list(APPEND QV_TOOL_CORES ${name}-core)
+endforeach()
+
 find_package(GTest REQUIRED)
 include(GoogleTest)
 file(GLOB QV_MODEL_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/model/*_test.cpp)
 add_executable(qv_model_tests ${QV_MODEL_TESTS})
-target_link_libraries(qv_model_tests PRIVATE qv_model GTest::gtest_main)
+target_link_libraries(qv_model_tests PRIVATE qv_model ${QV_TOOL_CORES} GTest::gtest_main)
 gtest_discover_tests(qv_model_tests TEST_PREFIX "model." DISCOVERY_TIMEOUT 60)

@@ -75,10 +75,19 @@ file(GLOB QV_TOOLS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tools/*/main.cpp)
 foreach(src ${QV_TOOLS})
   get_filename_component(dir ${src} DIRECTORY)
   get_filename_component(name ${dir} NAME)
-  add_executable(${name} ${src})
+  file(GLOB tool_sources CONFIGURE_DEPENDS ${dir}/*.cpp)
+  add_executable(${name} ${tool_sources})
   target_link_libraries(${name} PRIVATE quorvel)
   target_link_options(${name} PRIVATE -municode)
 endforeach()
+
+# The pattern tool as configuration authors run it: arguments, pipes, UTF-8.
+if(TARGET quorvel-pattern)
+  add_test(NAME wine.quorvel-pattern
+           COMMAND sh ${CMAKE_SOURCE_DIR}/tests/tools/quorvel-pattern.sh ${CMAKE_BINARY_DIR}/winrun.sh
+                   $<TARGET_FILE:quorvel-pattern>)
+  set_tests_properties(wine.quorvel-pattern PROPERTIES TIMEOUT 120)
+endif()
 
 # Timing harnesses run under Wine by ./build.sh bench (not tests).
 file(GLOB QV_WIN_BENCHES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/bench/win/*_bench.cpp)

@@ -33,6 +33,7 @@ const std::vector<PageInfo>& Pages();
 
 // Page builders, one file per family.
 std::unique_ptr<PageObjects> BuildFoundationPage(HWND page);
+std::unique_ptr<PageObjects> BuildPatternPage(HWND page);
 
 // Shared helpers for page builders.
 HFONT GalleryFont();

@@ -5,6 +5,7 @@ namespace gallery {
 const std::vector<PageInfo>& Pages() {
     static const std::vector<PageInfo> pages = {
         {L"Foundation", BuildFoundationPage, nullptr, nullptr},
+        {L"Patterns", BuildPatternPage, nullptr, nullptr},
         {L"Masked entry", nullptr,
          L"Masked edit fields that refuse every keystroke, cut and paste their validation pattern does not allow, "
          L"and the placeholder mask edit.", nullptr},
