@@ -1,0 +1,10 @@
+# Base controls, colour-scheme variants, context-help labels. Files named
+# *_rules.cpp are portable model code (also built natively); every other
+# source here is the Windows side.
+file(GLOB QV_CONTROLS_RULES CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*_rules.cpp)
+file(GLOB QV_CONTROLS_ALL CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*.cpp)
+list(APPEND QV_MODEL_SOURCES ${QV_CONTROLS_RULES})
+if(QV_CONTROLS_RULES)
+  list(REMOVE_ITEM QV_CONTROLS_ALL ${QV_CONTROLS_RULES})
+endif()
+list(APPEND QV_WIN_SOURCES ${QV_CONTROLS_ALL})
