@@ -11,7 +11,10 @@
 #include <cstdio>
 #include <string>
 
+#include "frame/services.h"
+#include "frame/session.h"
 #include "platform/com.h"
+#include "tooltip/xtooltip.h"
 
 namespace gallery {
 
@@ -127,14 +130,18 @@ bool WritePng(const std::wstring& path) {
     bi.bmiHeader.biPlanes = 1;
     bi.bmiHeader.biBitCount = 24;
     void* bits = nullptr;
-    HDC screen = ::GetDC(g.main);
+    // From the whole screen at the client area's place, so that pop-ups over
+    // the page (a tooltip, a dropped list) are in the picture too.
+    HDC screen = ::GetDC(nullptr);
+    POINT origin{0, 0};
+    ::ClientToScreen(g.main, &origin);
     HBITMAP dib = ::CreateDIBSection(screen, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
     HDC mem = ::CreateCompatibleDC(screen);
     HGDIOBJ old = ::SelectObject(mem, dib);
-    ::BitBlt(mem, 0, 0, w, h, screen, 0, 0, SRCCOPY);
+    ::BitBlt(mem, 0, 0, w, h, screen, origin.x, origin.y, SRCCOPY);
     ::SelectObject(mem, old);
     ::DeleteDC(mem);
-    ::ReleaseDC(g.main, screen);
+    ::ReleaseDC(nullptr, screen);
     if (!dib) return false;
 
     const UINT stride = static_cast<UINT>((w * 3 + 3) & ~3);
@@ -218,9 +225,25 @@ HWND AddLabel(HWND page, const wchar_t* text, int x, int y, int w, int h, DWORD 
 
 }  // namespace gallery
 
+namespace gallery {
+
+// The gallery stands in for the host's session settings: tooltips switched
+// on with a display time of 20 seconds, and no automatic line breaks in the
+// long mark-up texts of the tooltip page, unless the settings say otherwise.
+void EnableGalleryTooltips() {
+    if (!qv::ReadSettingText(L"Common", L"tooltipdelaytime", 0).empty()) return;
+    qv::Services::DefaultSettings().Set(L"Common", L"tooltipdelaytime", L"20");
+    if (qv::ReadSettingText(L"Common", L"tooltipmaxtipwidth", 0).empty())
+        qv::Services::DefaultSettings().Set(L"Common", L"tooltipmaxtipwidth", L"4096");
+    XTooltip::ResetProcessSettings();
+}
+
+}  // namespace gallery
+
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
     using namespace gallery;
     qv::ComInit com;
+    EnableGalleryTooltips();
     INITCOMMONCONTROLSEX icc{sizeof(icc), ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_TAB_CLASSES |
                                               ICC_STANDARD_CLASSES | ICC_BAR_CLASSES};
     ::InitCommonControlsEx(&icc);

@@ -34,8 +34,14 @@ const std::vector<PageInfo>& Pages();
 // Page builders, one file per family.
 std::unique_ptr<PageObjects> BuildFoundationPage(HWND page);
 std::unique_ptr<PageObjects> BuildPatternPage(HWND page);
+std::unique_ptr<PageObjects> BuildTooltipPage(HWND page);
+void ShowTooltipForShot(HWND page);
+
+std::unique_ptr<PageObjects> BuildBaseControlsPage(HWND page);
 
 // Shared helpers for page builders.
+// Sets the gallery's tooltip settings (once per process).
+void EnableGalleryTooltips();
 HFONT GalleryFont();
 HWND AddLabel(HWND page, const wchar_t* text, int x, int y, int w, int h, DWORD style = 0);
 

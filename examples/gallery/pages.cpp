@@ -15,13 +15,8 @@ const std::vector<PageInfo>& Pages() {
         {L"Dates and times", nullptr,
          L"Date-time picker fields with a 'no date' state, date, time and combined date-time edits, and the "
          L"read-only date field.", nullptr},
-        {L"Tooltips", nullptr,
-         L"Mark-up tooltips (bold, colours, alignment, rules, line breaks) with delays, anchors, shadows and F1 help.",
-         nullptr},
-        {L"Base controls", nullptr,
-         L"Base edit, combo, list, check-list, check box, radio, group box and read-only edit, each in its "
-         L"colour-scheme variant.", nullptr},
-        {L"Labels and prompts", nullptr, L"Context-help labels and prompts that open their help on F1.", nullptr},
+        {L"Tooltips", BuildTooltipPage, nullptr, ShowTooltipForShot},
+        {L"Base controls", BuildBaseControlsPage, nullptr, nullptr},
         {L"Lists", nullptr, L"Report lists with typed rows, column sorting, print export and clipboard copy.", nullptr},
         {L"Value added", nullptr,
          L"The value-added list: process steps in groups, entered and calculated shares, edited in place under the "

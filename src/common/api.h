@@ -11,3 +11,7 @@
 #else
 #  define QV_API
 #endif
+
+// Constants of exported classes are enumerators (enum : DWORD { kStyle = ... }),
+// not static constexpr data members: a host that takes such a member by
+// reference would look for it among the DLL's imports, where it is not.

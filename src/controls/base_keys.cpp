@@ -27,6 +27,7 @@ void NotifyParentSetFocus(HWND control) {
 bool TooltipRelay::IsRelayedMouseMessage(UINT msg) noexcept {
     switch (msg) {
     case WM_MOUSEMOVE:
+    case WM_MOUSELEAVE:
     case WM_LBUTTONDOWN:
     case WM_LBUTTONUP:
     case WM_RBUTTONDOWN:

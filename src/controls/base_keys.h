@@ -30,7 +30,8 @@ QV_API void NotifyParentSetFocus(HWND control);
 // F1 never opens a help document twice.
 class QV_API TooltipRelay {
 public:
-    // Mouse moves, and left, right and middle button downs and ups.
+    // Mouse moves and the mouse leaving, and left, right and middle button
+    // downs and ups.
     static bool IsRelayedMouseMessage(UINT msg) noexcept;
     // Relays `msg` when it is a mouse message of the list above, or F1
     // (WM_KEYDOWN with VK_F1) when `withF1`. Null or windowless tooltips are

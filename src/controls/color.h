@@ -66,7 +66,7 @@ public:
 private:
     COLORREF m_crText;
     COLORREF m_crBk;
-    Brush m_brBk;
+    qv::Brush m_brBk;
 };
 
 // The colour-scheme variant of a control class that paints itself: the

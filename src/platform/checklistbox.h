@@ -34,7 +34,7 @@ namespace qv {
 class QV_API CheckListBox : public ListBox {
 public:
     // Side of the check box in pixels.
-    static constexpr int kCheckSize = 13;
+    enum : int { kCheckSize = 13 };
 
     bool Create(DWORD style, const RECT& rect, HWND parent, UINT id);
     // False for a list box that is not owner-drawn with strings.

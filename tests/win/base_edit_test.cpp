@@ -1,0 +1,192 @@
+// The base edits on real EDIT controls: typing against the limit and the
+// 0-9/A-Z restriction, validation when the focus leaves, Tab and Enter, the
+// parent's focus notification and the colours.
+#include "controls/base_edit.h"
+
+#include <commctrl.h>
+
+#include <utility>
+#include <vector>
+
+#include "support/host.h"
+
+namespace {
+
+using qvtest::TextOf;
+using qvtest::TypeChars;
+
+// Marks a key as held (or released) for GetKeyState on this thread.
+void HoldKey(int vk, bool down) {
+    BYTE keys[256] = {};
+    ::GetKeyboardState(keys);
+    keys[vk] = down ? 0x80 : 0;
+    ::SetKeyboardState(keys);
+}
+
+// The WM_NOTIFY codes the host window receives, with the sender.
+struct NotifyLog {
+    std::vector<std::pair<HWND, int>> entries;
+    explicit NotifyLog(HWND host) { ::SetWindowSubclass(host, &Proc, 1, reinterpret_cast<DWORD_PTR>(this)); }
+    static LRESULT CALLBACK Proc(HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR ref) {
+        if (msg == WM_NOTIFY) {
+            const auto* hdr = reinterpret_cast<const NMHDR*>(lp);
+            if (static_cast<UINT_PTR>(wp) == hdr->idFrom)
+                reinterpret_cast<NotifyLog*>(ref)->entries.emplace_back(hdr->hwndFrom, static_cast<int>(hdr->code));
+        }
+        return ::DefSubclassProc(h, msg, wp, lp);
+    }
+};
+
+class BaseEditTest : public qvtest::HostTest {
+protected:
+    RECT Row(int i) const { return RECT{10, 10 + 30 * i, 200, 34 + 30 * i}; }
+    HFONT font_ = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
+};
+
+TEST_F(BaseEditTest, TypingKeepsTheLimitAndTheRestriction) {
+    struct Case {
+        int limit;
+        const wchar_t* before;  // set while the restriction is off
+        bool restricted;
+        const wchar_t* typed;
+        const wchar_t* text;
+    } cases[] = {
+        {5, L"ABCDE", false, L"F", L"ABCDE"},  {5, L"ABC", false, L"DEFG", L"ABCDE"},
+        {99, L"XY", true, L"a", L"XYA"},       {99, L"AB", true, L"-", L"AB"},
+        {99, L"A-B", true, L"-", L"AB-"},      {99, L"", true, L"ab1.c", L"AB1C"},
+        {4, L"AB", true, L"c-d", L"D"},  // "-" at the limit: the cut text is refused whole
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.before << " + " << c.typed);
+        XBaseEdit edit;
+        edit.SetMaxInputChar(c.limit);
+        ASSERT_TRUE(edit.Create(c.before, 100, Row(0), font_, host_));
+        edit.ActivateInputMask09AZ(c.restricted);
+        edit.SetFocus();
+        edit.SetSel(static_cast<int>(wcslen(c.before)), static_cast<int>(wcslen(c.before)));
+        TypeChars(edit, c.typed);
+        EXPECT_EQ(TextOf(edit), c.text);
+        int start = -1, end = -1;
+        edit.GetSel(start, end);
+        EXPECT_EQ(start, static_cast<int>(wcslen(c.text)));
+        EXPECT_EQ(end, start);
+    }
+}
+
+TEST_F(BaseEditTest, SettingTheTextCutsAndRestricts) {
+    XBaseEdit edit;
+    edit.SetMaxInputChar(3);
+    ASSERT_TRUE(edit.Create(L"ABCDE", 100, Row(0), font_, host_));
+    EXPECT_EQ(TextOf(edit), L"ABC");
+    EXPECT_EQ(edit.GetTooltipText(), L"ABC");
+    edit.ActivateInputMask09AZ(true);
+    edit.SetWindowTextW(L"ab-c");
+    EXPECT_EQ(TextOf(edit), L"");
+}
+
+TEST_F(BaseEditTest, ValidatesOnFocusLoss) {
+    const wchar_t* mismatch =
+        L"The value entered does not match the validation pattern  for the attribute :Order\n"
+        L"The validation pattern given is  :  \"  ^[0-9]+$  \" \nDigits only";
+    const wchar_t* broken =
+        L"The given validation pattern \" ( \"  is not valid. Please change it in configuration tool.";
+    struct Case {
+        const wchar_t* pattern;
+        const wchar_t* text;
+        const wchar_t* caption;  // nullptr: no box
+        const wchar_t* message;
+    } cases[] = {
+        {L"^[0-9]+$", L"12a", L"Invalid entry", mismatch},
+        {L"^[0-9]+$", L"123", nullptr, nullptr},
+        {L"^[0-9]+$", L"", nullptr, nullptr},
+        {L"", L"abc", nullptr, nullptr},
+        {L"(", L"abc", L"Invalid entry in configuration tool", broken},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.pattern << " / " << c.text);
+        rec_->boxes.boxes.clear();
+        XBaseEdit edit(c.pattern, L"Digits only", L"Order");
+        XBaseEdit other;
+        ASSERT_TRUE(edit.Create(L"", 100, Row(0), font_, host_));
+        ASSERT_TRUE(other.Create(L"", 101, Row(1), font_, host_));
+        // The first focus loss after an edit was destroyed never validates.
+        edit.SetWindowTextW(c.text);
+        edit.SetFocus();
+        other.SetFocus();
+        EXPECT_TRUE(rec_->boxes.boxes.empty());
+        edit.SetFocus();
+        other.SetFocus();
+        if (!c.caption) {
+            EXPECT_TRUE(rec_->boxes.boxes.empty());
+            continue;
+        }
+        ASSERT_EQ(rec_->boxes.boxes.size(), 1u);
+        EXPECT_EQ(rec_->boxes.boxes[0].caption, c.caption);
+        EXPECT_EQ(rec_->boxes.boxes[0].text, c.message);
+        EXPECT_EQ(rec_->boxes.boxes[0].type & MB_ICONMASK, static_cast<UINT>(MB_ICONWARNING));
+        EXPECT_EQ(::GetFocus(), other.m_hWnd);  // the focus is not taken back ...
+        EXPECT_EQ(TextOf(edit), c.text);         // ... and the text stays
+    }
+}
+
+TEST_F(BaseEditTest, TabMovesOnAndSelectsEnterMakesALineTheParentHearsOfTheFocus) {
+    NotifyLog log(host_);
+    XBaseMultiLineEdit lines;
+    XBaseEdit next;
+    ASSERT_TRUE(lines.Create(L"one", 100, RECT{10, 10, 200, 80}, font_, host_));
+    ASSERT_TRUE(next.Create(L"HELLO", 101, Row(3), font_, host_));
+    lines.SetFocus();
+    lines.SetSel(3, 3);
+    TypeChars(lines, L"\rtwo");
+    EXPECT_EQ(TextOf(lines), L"one\r\ntwo");
+    EXPECT_EQ(lines.GetLineCount(), 2);
+
+    next.SetSel(0, 0);
+    HoldKey(VK_TAB, true);
+    TypeChars(lines, L"\t");
+    HoldKey(VK_TAB, false);
+    EXPECT_EQ(::GetFocus(), next.m_hWnd);
+    EXPECT_EQ(TextOf(lines), L"one\r\ntwo");
+    int start = -1, end = -1;
+    next.GetSel(start, end);  // arriving by Tab selects everything
+    EXPECT_EQ(start, 0);
+    EXPECT_EQ(end, 5);
+
+    lines.SetFocus();
+    next.SetSel(1, 1);
+    next.SetFocus();  // not by Tab: the selection stays as it was
+    next.GetSel(start, end);
+    EXPECT_EQ(start, 1);
+    EXPECT_EQ(end, 1);
+
+    const std::vector<std::pair<HWND, int>> expected{
+        {lines, NM_SETFOCUS}, {next, NM_SETFOCUS}, {lines, NM_SETFOCUS}, {next, NM_SETFOCUS}};
+    EXPECT_EQ(log.entries, expected);
+}
+
+TEST_F(BaseEditTest, ColourVariantAnswersWithItsColours) {
+    XBaseEditColor edit;
+    ASSERT_TRUE(edit.Create(L"text", 100, Row(0), font_, host_));
+    HDC dc = ::CreateCompatibleDC(nullptr);
+    const auto brush = reinterpret_cast<HBRUSH>(
+        ::SendMessageW(host_, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(edit.m_hWnd)));
+    EXPECT_EQ(brush, edit.Scheme().Brush());
+    EXPECT_EQ(::GetTextColor(dc), RGB(8, 0, 0));
+    EXPECT_EQ(::GetBkColor(dc), ::GetSysColor(COLOR_WINDOW));
+    ::DeleteDC(dc);
+
+    // Each new background replaces the brush: the earlier ones are deleted.
+    // (Wine answers 0 to GetGuiResources, so the handles themselves are asked.)
+    std::vector<HBRUSH> brushes{edit.Scheme().Brush()};
+    for (COLORREF c : {RGB(0, 128, 0), RGB(0, 0, 128)}) {
+        edit.SetBkColor(c);
+        brushes.push_back(edit.Scheme().Brush());
+    }
+    EXPECT_EQ(::GetObjectType(brushes[0]), 0u);
+    EXPECT_EQ(::GetObjectType(brushes[1]), 0u);
+    LOGBRUSH lb{};
+    ASSERT_EQ(::GetObjectW(brushes[2], sizeof(lb), &lb), static_cast<int>(sizeof(lb)));
+    EXPECT_EQ(lb.lbColor, RGB(0, 0, 128));
+}
+
+}  // namespace

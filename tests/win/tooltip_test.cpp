@@ -1,0 +1,344 @@
+// The mark-up tooltip window under a real message loop: delays, hiding,
+// one tooltip at a time, behaviour flags, the process-wide switch-off, F1
+// help over a prompt, and the shape of the shown window.
+#include "tooltip/xtooltip.h"
+
+#include <functional>
+#include <string>
+
+#include "frame/services.h"
+#include "support/host.h"
+
+namespace {
+
+using qvtest::Pump;
+
+// Pumps until `done` or about `ms` milliseconds have passed.
+bool WaitFor(const std::function<bool()>& done, DWORD ms = 3000) {
+    const DWORD start = ::GetTickCount();
+    for (;;) {
+        Pump();
+        if (done()) return true;
+        if (::GetTickCount() - start > ms) return false;
+        ::Sleep(5);
+    }
+}
+
+// A label that owns a tooltip and relays its mouse and key messages to it,
+// as the library's controls do; it can pose as any owner kind.
+class Owner : public qv::Window, public XTooltipOwnerKind {
+public:
+    XTooltip tip;
+    int kind = kOwnerOther;
+    std::wstring help;
+    bool inside = false;  // between a move and WM_MOUSELEAVE
+
+    bool Make(HWND host, int x, int y, const wchar_t* text = L"Plain tooltip text") {
+        if (!Create(L"STATIC", L"label", WS_CHILD | WS_VISIBLE | SS_NOTIFY, RECT{x, y, x + 160, y + 60}, host, 0))
+            return false;
+        if (!tip.Create(m_hWnd)) return false;
+        tip.AddTool(m_hWnd, text);
+        tip.SetDelayTime(XTooltip::kDelayInitial, 30);
+        return true;
+    }
+    int TooltipOwnerKind() const override { return kind; }
+    std::wstring TooltipContextHelpFile() const override { return help; }
+
+protected:
+    LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override {
+        if (msg == WM_MOUSEMOVE || msg == WM_MOUSELEAVE || msg == WM_KEYDOWN || msg == WM_LBUTTONDOWN) {
+            const MSG m{m_hWnd, msg, wp, lp, 0, {}};
+            if (msg == WM_MOUSEMOVE || msg == WM_MOUSELEAVE) inside = msg == WM_MOUSEMOVE;
+            tip.RelayEvent(&m);
+        }
+        return qv::Window::WindowProc(msg, wp, lp);
+    }
+};
+
+class TooltipTest : public qvtest::HostTest {
+protected:
+    void SetUp() override {
+        Configure(L"5", L"");
+        HostTest::SetUp();
+        ::SetCursorPos(0, 0);
+    }
+    void TearDown() override {
+        HostTest::TearDown();
+        qv::Services::DefaultSettings().ClearStore();
+        XTooltip::ResetProcessSettings();
+    }
+    // The process-wide settings are read by the first tooltip constructed
+    // after a reset.
+    static void Configure(const wchar_t* popupSeconds, const wchar_t* maxWidth) {
+        auto& store = qv::Services::DefaultSettings();
+        store.ClearStore();
+        if (*popupSeconds) store.Set(L"Common", L"tooltipdelaytime", popupSeconds);
+        if (*maxWidth) store.Set(L"Common", L"tooltipmaxtipwidth", maxWidth);
+        store.Set(L"customization", L"contextHelpOnCustomizationObjects", L"C:\\help\\");
+        XTooltip::ResetProcessSettings();
+    }
+    static void MoveTo(HWND wnd, int x, int y) {
+        POINT p{x, y};
+        ::ClientToScreen(wnd, &p);
+        ::SetCursorPos(p.x, p.y);
+        Pump(60);
+    }
+    // Makes an owner away from the cursor, so it shows nothing until hovered.
+    bool Make(Owner& owner, int x, int y, const wchar_t* text = L"Plain tooltip text") {
+        MoveTo(host_, 500, 400);
+        return owner.Make(host_, x, y, text);
+    }
+    // Hovers the owner from outside until its tooltip shows.
+    bool Show(Owner& owner, int x = 40, int y = 20) {
+        Pump(60);  // the move a hidden tooltip leaves to the window beneath
+        MoveTo(host_, 500, 400);
+        // Leaving is noticed by a timer, and it lets the tooltip show again.
+        WaitFor([&] { return !owner.inside; });
+        MoveTo(owner, x, y);
+        return WaitFor([&] { return owner.tip.IsVisible() != FALSE; });
+    }
+};
+
+TEST_F(TooltipTest, ShowsAfterTheDelayAndHidesAfterTheDisplayTime) {
+    Owner owner;
+    ASSERT_TRUE(Make(owner, 20, 20));
+    owner.tip.SetDelayTime(XTooltip::kDelayInitial, 400);
+    owner.tip.SetDelayTime(XTooltip::kDelayAutoPop, 300);
+    MoveTo(owner, 30, 20);
+    EXPECT_FALSE(owner.tip.IsVisible()) << "nothing before the initial delay";
+    EXPECT_TRUE(WaitFor([&] { return owner.tip.IsVisible() != FALSE; }));
+    EXPECT_TRUE(WaitFor([&] { return owner.tip.IsVisible() == FALSE; }));
+}
+
+TEST_F(TooltipTest, ASecondTooltipHidesTheFirst) {
+    Owner a, b;
+    ASSERT_TRUE(Make(a, 20, 20));
+    ASSERT_TRUE(Make(b, 20, 200));
+    ASSERT_TRUE(Show(a));
+    ASSERT_TRUE(Show(b));
+    EXPECT_FALSE(a.tip.IsVisible());
+}
+
+TEST_F(TooltipTest, ClicksAndKeysHideButSystemKeysDoNot) {
+    Owner owner;
+    ASSERT_TRUE(Make(owner, 20, 20));
+    const struct {
+        UINT msg;
+        bool hides;
+    } cases[] = {
+        {WM_LBUTTONDOWN, true},   {WM_RBUTTONDBLCLK, true},  {WM_MBUTTONDOWN, true}, {WM_NCLBUTTONDOWN, true},
+        {WM_NCMBUTTONDBLCLK, true}, {WM_KEYDOWN, true},      {WM_SYSKEYDOWN, false}, {WM_LBUTTONUP, false},
+    };
+    int x = 30;
+    for (const auto& c : cases) {
+        ASSERT_TRUE(Show(owner, x += 5)) << c.msg;
+        const MSG m{owner, c.msg, c.msg == WM_KEYDOWN ? WPARAM{'A'} : 0, 0, 0, {}};
+        owner.tip.RelayEvent(&m);
+        EXPECT_EQ(owner.tip.IsVisible() == FALSE, c.hides) << "message " << c.msg;
+        owner.tip.Pop();
+    }
+}
+
+TEST_F(TooltipTest, BehaviourDecidesWhatMovingAndTimeDo) {
+    enum Action { kMoveInTool, kWaitWithCursorOnTip };
+    const struct {
+        UINT behaviour;
+        Action action;
+        bool visibleAfter;
+        const char* what;
+    } cases[] = {
+        {0, kMoveInTool, false, "a move inside the tool hides"},
+        {XTooltip::kBehaviourRepeat, kMoveInTool, true, "re-shown after the delay"},
+        {XTooltip::kBehaviourStay, kMoveInTool, true, "stays while moving inside the tool"},
+        {0, kWaitWithCursorOnTip, false, "the display time hides"},
+        {XTooltip::kBehaviourStayOnTimeout, kWaitWithCursorOnTip, true, "stays while the cursor is on it"},
+        {XTooltip::kBehaviourNoTimeout, kWaitWithCursorOnTip, true, "never hidden by time"},
+    };
+    for (const auto& c : cases) {
+        Owner owner;
+        ASSERT_TRUE(Make(owner, 20, 20));
+        owner.tip.SetBehaviour(c.behaviour, 0);
+        owner.tip.SetDelayTime(XTooltip::kDelayAutoPop, c.action == kWaitWithCursorOnTip ? 150 : 60000);
+        ASSERT_TRUE(Show(owner)) << c.what;
+        if (c.action == kMoveInTool) {
+            MoveTo(owner, 20, 10);  // left of and above the box, still on the tool
+        } else {
+            POINT cursor;
+            ::GetCursorPos(&cursor);
+            ASSERT_EQ(::WindowFromPoint(cursor), owner.tip.m_hWnd) << "the box opens under the cursor";
+        }
+        Pump(700);
+        EXPECT_EQ(owner.tip.IsVisible() != FALSE, c.visibleAfter) << c.what;
+    }
+}
+
+TEST_F(TooltipTest, ProcessSettingsSwitchOffAndWrap) {
+    const struct {
+        const wchar_t* popup;
+        const wchar_t* maxWidth;
+        bool window;
+        UINT displayTime;
+        size_t firstBreak;  // where AddTool puts the first "<br>" into 100 characters
+    } cases[] = {
+        {L"", L"", false, 5000, 80},          // no setting: tooltips off
+        {L"0", L"120", false, 5000, 80},      // 0 seconds: off, the width is not read
+        {L"7", L"10", true, 7000, 80},        // widths below 80 wrap at 80
+        {L"2", L"90", true, 2000, 90},
+        {L"2", L"120", true, 2000, std::wstring::npos},
+    };
+    for (const auto& c : cases) {
+        Configure(c.popup, c.maxWidth);
+        XTooltip tip;
+        EXPECT_TRUE(tip.Create(host_));
+        EXPECT_EQ(tip.m_hWnd != nullptr, c.window);
+        EXPECT_EQ(tip.GetDelayTime(XTooltip::kDelayAutoPop), c.displayTime);
+        tip.AddTool(host_, std::wstring(100, L'x'));
+        tagXTOOLTIP_INFO info;
+        ASSERT_TRUE(tip.GetTool(0, info));
+        EXPECT_EQ(info.szText.find(L"<br>"), c.firstBreak) << "case " << (&c - cases);
+    }
+}
+
+TEST_F(TooltipTest, SettersFollowThePerToolMask) {
+    XTooltip tip;
+    ASSERT_TRUE(tip.Create(host_));
+    tip.AddTool(host_, L"a");
+    tip.SetDirection(1, 0);
+    tip.SetDirection(4, -1);  // out of range: ignored
+    tip.SetStyles(XTooltip::kStyleAnchor, 7);  // no such tool: the default
+    EXPECT_EQ(tip.GetDirection(0), 1u);
+    EXPECT_EQ(tip.GetDirection(-1), 3u);
+    EXPECT_EQ(tip.GetMaskTool(0), UINT{XTooltip::kMaskDirection});
+    EXPECT_EQ(tip.GetStyles(0), UINT{XTooltip::kStyleAnchor});
+    tip.ModifyStyles(0, XTooltip::kStyleShadow, 0);
+    EXPECT_EQ(tip.GetStyles(0), UINT{XTooltip::kStyleAnchor | XTooltip::kStyleShadow});
+    EXPECT_EQ(tip.GetStyles(-1), UINT{XTooltip::kStyleAnchor});
+    tip.SetColor(9, RGB(1, 2, 3));
+    EXPECT_EQ(tip.GetColor(9), ::GetSysColor(COLOR_INFOTEXT));
+    tip.SetSize(11, 5);
+    EXPECT_EQ(tip.GetSize(11), 0);
+    EXPECT_EQ(tip.GetDelayTime(1), 0u);
+}
+
+TEST_F(TooltipTest, BoxSitsBelowTheOwnersLineByKind) {
+    const struct {
+        int kind;
+        LONG offset;
+    } cases[] = {{XTooltipOwnerKind::kOwnerOther, 0},
+                 {XTooltipOwnerKind::kOwnerEdit, 8},
+                 {XTooltipOwnerKind::kOwnerComboBox, 20},
+                 {XTooltipOwnerKind::kOwnerPrompt, 20}};
+    for (const auto& c : cases) {
+        Owner owner;
+        owner.kind = c.kind;
+        ASSERT_TRUE(Make(owner, 20, 20));
+        ASSERT_TRUE(Show(owner));
+        POINT cursor;
+        ::GetCursorPos(&cursor);
+        EXPECT_EQ(owner.tip.GetWindowRect().top - cursor.y, c.offset) << "kind " << c.kind;
+    }
+}
+
+TEST_F(TooltipTest, F1OverAPromptOpensItsHelpAndReportsShellErrors) {
+    const struct {
+        int kind;
+        const wchar_t* help;
+        INT_PTR result;
+        const wchar_t* box;  // null: no box
+    } cases[] = {
+        {XTooltipOwnerKind::kOwnerPrompt, L"dates.htm", 42, nullptr},
+        {XTooltipOwnerKind::kOwnerPrompt, L"dates.htm", 5, L"Access denied"},
+        {XTooltipOwnerKind::kOwnerPrompt, L"dates.htm", 8, L"There was not enough memory to complete the operation"},
+        {XTooltipOwnerKind::kOwnerPrompt, L"dates.htm", 11, L"The .exe file is invalid"},
+        {XTooltipOwnerKind::kOwnerPrompt, L"dates.htm", 26, L"A sharing violation occurred"},
+        {XTooltipOwnerKind::kOwnerPrompt, L"dates.htm", 31,
+         L"There is no application associated with the given file name extension"},
+        {XTooltipOwnerKind::kOwnerPrompt, L"dates.htm", 2, L"Help file not found"},
+        {XTooltipOwnerKind::kOwnerPrompt, L"", 2, nullptr},        // a prompt without help
+        {XTooltipOwnerKind::kOwnerEdit, L"dates.htm", 2, nullptr},  // not a prompt
+    };
+    HWND edit = ::CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 300, 20, 100, 20, host_, nullptr, nullptr,
+                                  nullptr);
+    for (const auto& c : cases) {
+        rec_->shell.calls.clear();
+        rec_->boxes.boxes.clear();
+        rec_->shell.answer = c.result;
+        Owner owner;
+        owner.kind = c.kind;
+        owner.help = c.help;
+        ASSERT_TRUE(Make(owner, 20, 20));
+        ::SetFocus(edit);
+        ASSERT_TRUE(Show(owner));
+        const bool opens = c.kind == XTooltipOwnerKind::kOwnerPrompt && *c.help;
+        EXPECT_EQ(::GetFocus(), opens ? owner.m_hWnd : edit) << "a prompt with help takes the focus for F1";
+        ::SendMessageW(owner, WM_KEYDOWN, VK_F1, 0);
+        EXPECT_EQ(::GetFocus(), edit) << "hiding gives the focus back";
+        ASSERT_EQ(rec_->shell.calls.size(), opens ? 1u : 0u);
+        if (opens) {
+            EXPECT_EQ(rec_->shell.calls[0].verb, L"open");
+            EXPECT_EQ(rec_->shell.calls[0].file, L"dates.htm");
+            EXPECT_EQ(rec_->shell.calls[0].directory, L"C:\\help\\");
+            EXPECT_EQ(rec_->shell.calls[0].show, SW_SHOW);
+        }
+        ASSERT_EQ(rec_->boxes.boxes.size(), c.box ? 1u : 0u) << c.result;
+        if (c.box) {
+            EXPECT_EQ(rec_->boxes.boxes[0].text, c.box);
+            EXPECT_EQ(rec_->boxes.boxes[0].caption, L"Open application");
+            EXPECT_EQ(rec_->boxes.boxes[0].type, UINT{MB_ICONHAND});
+        }
+    }
+}
+
+TEST_F(TooltipTest, WindowIsTheTextPlusMarginsShadowAndAnchor) {
+    const wchar_t* text = L"Measured tooltip text";
+    // The text's extent in 10-point Tahoma, as the screen shows it.
+    HDC screen = ::GetDC(nullptr);
+    HDC mem = ::CreateCompatibleDC(screen);
+    HFONT font = ::CreateFontW(-::MulDiv(10, ::GetDeviceCaps(screen, LOGPIXELSY), 72), 0, 0, 0, FW_NORMAL, 0, 0, 0,
+                               DEFAULT_CHARSET, 0, 0, 0, 0, L"Tahoma");
+    HGDIOBJ old = ::SelectObject(mem, font);
+    SIZE extent{};
+    ::GetTextExtentPoint32W(mem, text, static_cast<int>(wcslen(text)), &extent);
+    ::SelectObject(mem, old);
+    ::DeleteObject(font);
+    ::DeleteDC(mem);
+    ::ReleaseDC(nullptr, screen);
+
+    const struct {
+        UINT styles;
+        int anchorHeight;
+        int extra;           // shadow offset (3) when shadowed
+        bool topRightInside; // the shadow leaves the box's top-right corner out
+    } cases[] = {{0, 0, 0, true}, {XTooltip::kStyleShadow, 0, 3, false}, {XTooltip::kStyleAnchor, 9, 0, false}};
+    for (const auto& c : cases) {
+        Owner owner;
+        ASSERT_TRUE(Make(owner, 20, 20, text));
+        owner.tip.SetStyles(c.styles);
+        owner.tip.SetSize(XTooltip::kSizeAnchorHeight, c.anchorHeight);
+        owner.tip.SetSize(XTooltip::kSizeAnchorWidth, c.anchorHeight);
+        owner.tip.SetColor(XTooltip::kColorBorder, RGB(255, 0, 0));
+        owner.tip.SetColor(XTooltip::kColorShadow, RGB(0, 0, 255));
+        ASSERT_TRUE(Show(owner));
+        Pump(100);
+        const RECT wr = owner.tip.GetWindowRect();
+        const int w = static_cast<int>(extent.cx) + 2 * 3 + c.extra;
+        const int h = static_cast<int>(extent.cy) + 2 * 1 + c.anchorHeight + c.extra;
+        EXPECT_EQ(wr.right - wr.left, w + 2) << c.styles;
+        EXPECT_EQ(wr.bottom - wr.top, h + 2) << c.styles;
+        HRGN rgn = ::CreateRectRgn(0, 0, 0, 0);
+        ASSERT_NE(::GetWindowRgn(owner.tip, rgn), ERROR);
+        RECT box{};
+        ::GetRgnBox(rgn, &box);
+        EXPECT_EQ(box.right, w + 1) << c.styles;
+        EXPECT_EQ(box.bottom, h + 1) << c.styles;
+        EXPECT_EQ(::PtInRegion(rgn, w, 0) != FALSE, c.topRightInside) << c.styles;
+        ::DeleteObject(rgn);
+        // What is on the screen: the border down the left side, the shadow in the far corner.
+        HDC dc = ::GetDC(nullptr);
+        EXPECT_EQ(::GetPixel(dc, wr.left, wr.top + h / 2), RGB(255, 0, 0)) << c.styles;
+        if (c.extra) EXPECT_EQ(::GetPixel(dc, wr.left + w, wr.top + h), RGB(0, 0, 255));
+        ::ReleaseDC(nullptr, dc);
+    }
+}
+
+}  // namespace
