@@ -38,6 +38,8 @@ std::unique_ptr<PageObjects> BuildTooltipPage(HWND page);
 void ShowTooltipForShot(HWND page);
 
 std::unique_ptr<PageObjects> BuildBaseControlsPage(HWND page);
+std::unique_ptr<PageObjects> BuildDatesPage(HWND page);
+std::unique_ptr<PageObjects> BuildNumericPage(HWND page);
 
 // Shared helpers for page builders.
 // Sets the gallery's tooltip settings (once per process).

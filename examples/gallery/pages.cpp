@@ -6,15 +6,8 @@ const std::vector<PageInfo>& Pages() {
     static const std::vector<PageInfo> pages = {
         {L"Foundation", BuildFoundationPage, nullptr, nullptr},
         {L"Patterns", BuildPatternPage, nullptr, nullptr},
-        {L"Masked entry", nullptr,
-         L"Masked edit fields that refuse every keystroke, cut and paste their validation pattern does not allow, "
-         L"and the placeholder mask edit.", nullptr},
-        {L"Numbers", nullptr,
-         L"Unsigned and signed integer and decimal fields with limits, decimal places and the user's decimal "
-         L"separator; decimal, hexadecimal and binary digit fields.", nullptr},
-        {L"Dates and times", nullptr,
-         L"Date-time picker fields with a 'no date' state, date, time and combined date-time edits, and the "
-         L"read-only date field.", nullptr},
+        {L"Numeric entry", BuildNumericPage, nullptr, nullptr},
+        {L"Dates and times", BuildDatesPage, nullptr, nullptr},
         {L"Tooltips", BuildTooltipPage, nullptr, ShowTooltipForShot},
         {L"Base controls", BuildBaseControlsPage, nullptr, nullptr},
         {L"Lists", nullptr, L"Report lists with typed rows, column sorting, print export and clipboard copy.", nullptr},

@@ -64,17 +64,13 @@ TEST_F(ButtonsTest, TabEnterAndShiftTabMoveTheFocus) {
         {radio_, L'\t', false, button_},  // round to the first field
         {radio_, L'\t', true, tri_},      {button_, L'\t', true, radio_}, {tri_, L'x', false, tri_},  // other keys stay
     };
-    BYTE keys[256];
-    ::GetKeyboardState(keys);
+    qvtest::HeldKey shift(VK_SHIFT, false);
     for (const auto& c : cases) {
         ::SetFocus(c.from);
-        keys[VK_SHIFT] = c.shift ? 0x80 : 0;
-        ::SetKeyboardState(keys);
+        shift.Set(c.shift);
         ::SendMessageW(c.from, WM_CHAR, c.key, 1);
         EXPECT_EQ(::GetFocus(), c.to) << ::GetDlgCtrlID(c.from) << " key " << int{c.key} << " shift " << c.shift;
     }
-    keys[VK_SHIFT] = 0;
-    ::SetKeyboardState(keys);
 }
 
 TEST_F(ButtonsTest, FocusIsReportedToTheParentAlsoThroughAGroupBox) {

@@ -15,14 +15,6 @@ namespace {
 using qvtest::TextOf;
 using qvtest::TypeChars;
 
-// Marks a key as held (or released) for GetKeyState on this thread.
-void HoldKey(int vk, bool down) {
-    BYTE keys[256] = {};
-    ::GetKeyboardState(keys);
-    keys[vk] = down ? 0x80 : 0;
-    ::SetKeyboardState(keys);
-}
-
 // The WM_NOTIFY codes the host window receives, with the sender.
 struct NotifyLog {
     std::vector<std::pair<HWND, int>> entries;
@@ -142,15 +134,15 @@ TEST_F(BaseEditTest, TabMovesOnAndSelectsEnterMakesALineTheParentHearsOfTheFocus
     EXPECT_EQ(lines.GetLineCount(), 2);
 
     next.SetSel(0, 0);
-    HoldKey(VK_TAB, true);
-    TypeChars(lines, L"\t");
-    HoldKey(VK_TAB, false);
+    {
+        qvtest::HeldKey tab(VK_TAB);
+        TypeChars(lines, L"\t");
+    }
     EXPECT_EQ(::GetFocus(), next.m_hWnd);
     EXPECT_EQ(TextOf(lines), L"one\r\ntwo");
     int start = -1, end = -1;
     next.GetSel(start, end);  // arriving by Tab selects everything
-    EXPECT_EQ(start, 0);
-    EXPECT_EQ(end, 5);
+    EXPECT_EQ(std::pair(start, end), std::pair(0, 5));
 
     lines.SetFocus();
     next.SetSel(1, 1);

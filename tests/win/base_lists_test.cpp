@@ -66,17 +66,15 @@ TEST_F(BaseListsTest, TabAndEnterWalkThroughTheForm) {
         {form.combo, L"\t", true, form.lines},    {form.lines, L"\t", true, form.edit},
     };
     form.edit.SetFocus();
-    BYTE keys[256] = {};
-    for (const auto& s : steps) {
-        SCOPED_TRACE(testing::Message() << ::GetDlgCtrlID(s.typedInto) << (s.shift ? " back" : ""));
-        ::GetKeyboardState(keys);
-        keys[VK_SHIFT] = s.shift ? 0x80 : 0;
-        ::SetKeyboardState(keys);
-        TypeChars(s.typedInto, s.key);
-        EXPECT_EQ(::GetFocus(), s.focus);
+    {
+        qvtest::HeldKey shift(VK_SHIFT, false);
+        for (const auto& s : steps) {
+            SCOPED_TRACE(testing::Message() << ::GetDlgCtrlID(s.typedInto) << (s.shift ? " back" : ""));
+            shift.Set(s.shift);
+            TypeChars(s.typedInto, s.key);
+            EXPECT_EQ(::GetFocus(), s.focus);
+        }
     }
-    keys[VK_SHIFT] = 0;
-    ::SetKeyboardState(keys);
     EXPECT_EQ(qvtest::TextOf(part), L"typed");  // the keys were not typed into it
     EXPECT_EQ(form.editCombo.GetTooltipText(), L"typed");
     EXPECT_EQ(qvtest::TextOf(form.lines), L"");

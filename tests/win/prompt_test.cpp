@@ -3,8 +3,6 @@
 // through the shell, and the read-only field whose text lives in a prompt.
 #include "controls/prompt.h"
 
-#include <algorithm>
-#include <functional>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -16,25 +14,10 @@
 
 namespace {
 
+using qvtest::AnyVisible;
 using qvtest::Pump;
-
-// Pumps until `done`, for about four seconds at most.
-bool WaitFor(const std::function<bool()>& done) {
-    for (int i = 0; i < 200 && !done(); ++i) Pump(20);
-    return done();
-}
-
-// The top-level windows of class `cls` that are not in `old`.
-std::vector<HWND> Windows(const wchar_t* cls, const std::vector<HWND>& old = {}) {
-    std::vector<HWND> found;
-    for (HWND h = nullptr; (h = ::FindWindowExW(nullptr, h, cls, nullptr)) != nullptr;)
-        if (std::find(old.begin(), old.end(), h) == old.end()) found.push_back(h);
-    return found;
-}
-
-bool AnyVisible(const std::vector<HWND>& windows) {
-    return std::any_of(windows.begin(), windows.end(), [](HWND h) { return ::IsWindowVisible(h) != FALSE; });
-}
+using qvtest::WaitFor;
+using qvtest::Windows;
 
 class PromptTest : public qvtest::HostTest {
 protected:

@@ -3,7 +3,6 @@
 // help over a prompt, and the shape of the shown window.
 #include "tooltip/xtooltip.h"
 
-#include <functional>
 #include <string>
 
 #include "frame/services.h"
@@ -12,17 +11,7 @@
 namespace {
 
 using qvtest::Pump;
-
-// Pumps until `done` or about `ms` milliseconds have passed.
-bool WaitFor(const std::function<bool()>& done, DWORD ms = 3000) {
-    const DWORD start = ::GetTickCount();
-    for (;;) {
-        Pump();
-        if (done()) return true;
-        if (::GetTickCount() - start > ms) return false;
-        ::Sleep(5);
-    }
-}
+using qvtest::WaitFor;
 
 // A label that owns a tooltip and relays its mouse and key messages to it,
 // as the library's controls do; it can pose as any owner kind.

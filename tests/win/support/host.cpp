@@ -2,6 +2,9 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <cstring>
+
 namespace qvtest {
 
 namespace {
@@ -61,6 +64,80 @@ std::wstring TextOf(HWND hwnd) {
     std::wstring s(static_cast<size_t>(len) + 1, L'\0');
     s.resize(static_cast<size_t>(::GetWindowTextW(hwnd, s.data(), len + 1)));
     return s;
+}
+
+bool WaitFor(const std::function<bool()>& done, DWORD ms) {
+    const DWORD start = ::GetTickCount();
+    for (;;) {
+        Pump();
+        if (done()) return true;
+        if (::GetTickCount() - start > ms) return false;
+        ::Sleep(5);
+    }
+}
+
+void Press(HWND hwnd, const std::wstring& keys) {
+    for (wchar_t k : keys) {
+        if (k >= 0xE000) {
+            ::SendMessageW(hwnd, WM_KEYDOWN, k - 0xE000, 1);
+            continue;
+        }
+        if (k == L'\b') ::SendMessageW(hwnd, WM_KEYDOWN, VK_BACK, 1);
+        ::SendMessageW(hwnd, WM_CHAR, k, 1);
+    }
+}
+
+void HeldKey::Set(bool down) {
+    BYTE keys[256] = {};
+    ::GetKeyboardState(keys);
+    keys[vk_] = down ? 0x80 : 0;
+    ::SetKeyboardState(keys);
+}
+
+namespace {
+template <class Char>
+bool PutOnClipboard(HWND owner, UINT format, const Char* text) {
+    if (!::OpenClipboard(owner)) return false;
+    ::EmptyClipboard();
+    bool ok = true;
+    if (text) {
+        const size_t size = (std::char_traits<Char>::length(text) + 1) * sizeof(Char);
+        HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, size);
+        std::memcpy(::GlobalLock(block), text, size);
+        ::GlobalUnlock(block);
+        ok = ::SetClipboardData(format, block) != nullptr;
+    }
+    ::CloseClipboard();
+    return ok;
+}
+
+template <class Char>
+std::basic_string<Char> FromClipboard(HWND owner, UINT format, const Char* none, const Char* closed) {
+    if (!::OpenClipboard(owner)) return closed;
+    std::basic_string<Char> text = none;
+    if (HANDLE data = ::GetClipboardData(format)) {
+        text = static_cast<const Char*>(::GlobalLock(data));
+        ::GlobalUnlock(data);
+    }
+    ::CloseClipboard();
+    return text;
+}
+}  // namespace
+
+bool SetClipboard(HWND owner, const char* text) { return PutOnClipboard(owner, CF_TEXT, text); }
+bool SetClipboard(HWND owner, const std::wstring& text) { return PutOnClipboard(owner, CF_UNICODETEXT, text.c_str()); }
+std::string ClipboardAnsi(HWND owner) { return FromClipboard(owner, CF_TEXT, "<none>", "<closed>"); }
+std::wstring ClipboardText(HWND owner) { return FromClipboard(owner, CF_UNICODETEXT, L"", L""); }
+
+std::vector<HWND> Windows(const wchar_t* cls, const std::vector<HWND>& old) {
+    std::vector<HWND> found;
+    for (HWND h = nullptr; (h = ::FindWindowExW(nullptr, h, cls, nullptr)) != nullptr;)
+        if (std::find(old.begin(), old.end(), h) == old.end()) found.push_back(h);
+    return found;
+}
+
+bool AnyVisible(const std::vector<HWND>& windows) {
+    return std::any_of(windows.begin(), windows.end(), [](HWND h) { return ::IsWindowVisible(h) != FALSE; });
 }
 
 void HostTest::SetUp() {

@@ -7,8 +7,9 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "support/recorders.h"
@@ -26,6 +27,40 @@ void TypeChars(HWND hwnd, const std::wstring& text);
 
 // The window text of any window.
 std::wstring TextOf(HWND hwnd);
+
+// Pumps until `done` holds or about `ms` milliseconds have passed.
+bool WaitFor(const std::function<bool()>& done, DWORD ms = 4000);
+
+// A non-character key in a Press script: a private-use code unit per key.
+constexpr wchar_t Key(int vk) { return static_cast<wchar_t>(0xE000 + vk); }
+
+// Plays a key script as a keyboard does: WM_KEYDOWN for Key(vk) and for
+// Backspace, WM_CHAR for every key that makes a character.
+void Press(HWND hwnd, const std::wstring& keys);
+
+// Holds a key down for GetKeyState on this thread while it lives.
+class HeldKey {
+public:
+    explicit HeldKey(int vk, bool down = true) : vk_(vk) { Set(down); }
+    ~HeldKey() { Set(false); }
+    HeldKey(const HeldKey&) = delete;
+    HeldKey& operator=(const HeldKey&) = delete;
+    void Set(bool down);
+
+private:
+    int vk_;
+};
+
+// The clipboard as CF_TEXT (null empties it; "<none>" when it holds none)
+// and as CF_UNICODETEXT.
+bool SetClipboard(HWND owner, const char* text);
+bool SetClipboard(HWND owner, const std::wstring& text);
+std::string ClipboardAnsi(HWND owner);
+std::wstring ClipboardText(HWND owner);
+
+// The top-level windows of class `cls` that are not in `old`.
+std::vector<HWND> Windows(const wchar_t* cls, const std::vector<HWND>& old = {});
+bool AnyVisible(const std::vector<HWND>& windows);
 
 // Test base: a fresh host window for each test, destroyed afterwards, and
 // the recorders installed (rec_->boxes, rec_->shell).

@@ -1,0 +1,185 @@
+// The numeric fields on real EDIT controls: their patterns while typing,
+// their limits when they are left, values written and read in the user's
+// locale (also one with a decimal comma), the decimal fields' text
+// messages, the digit fields and the colour variants.
+#include "masks/numeric.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/host.h"
+
+namespace {
+
+using qvtest::TextOf;
+using qvtest::TypeChars;
+
+using MakeField = std::function<std::unique_ptr<XBaseEdit>()>;
+
+template <class Field, class... Args>
+MakeField Make(Args... args) {
+    return [=] { return std::make_unique<Field>(args...); };
+}
+
+class NumericTest : public qvtest::HostTest {
+protected:
+    void TearDown() override {
+        if (!savedSeparator_.empty())
+            ::SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, savedSeparator_.c_str());
+        HostTest::TearDown();
+    }
+
+    // The user's decimal separator for this test; restored afterwards.
+    void UseSeparator(const wchar_t* separator) {
+        wchar_t buf[8] = {};
+        ::GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, buf, 8);
+        if (savedSeparator_.empty()) savedSeparator_ = buf;
+        ASSERT_TRUE(::SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator));
+    }
+
+    // Creates `field` empty (or with `text`) and gives it the focus.
+    void Place(XBaseEdit& field, const wchar_t* text = L"", int row = 0) {
+        ASSERT_TRUE(field.Create(text, 100 + row, RECT{10, 10 + 30 * row, 200, 34 + 30 * row}, font_, host_));
+        field.SetFocus();
+        field.SetSel(-1, -1);
+    }
+
+    HFONT font_ = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
+    std::wstring savedSeparator_;
+};
+
+TEST_F(NumericTest, EachFieldTypesWhatItsPatternAllows) {
+    struct Case {
+        const char* name;
+        MakeField make;
+        const wchar_t* keys;
+        const wchar_t* result;
+    } cases[] = {
+        {"integer(3)", Make<XMaskIntegerEdit>(3), L"1234", L"123"},
+        {"signed integer", Make<XMaskSignedIntegerEdit>(), L"-", L"-"},
+        {"float", Make<XMaskFloatEdit>(), L"1;5e3", L"1.5e3"},
+        {"signed float(4, 0)", Make<XMaskSignedFloatEdit>(4, 0), L"-12.5", L"-125"},
+        {"signed float(4, 2)", Make<XMaskSignedFloatEditColor>(4, 2), L"+0,25", L"+0.25"},
+        {"number", Make<XNumberEdit>(), L"1a2\x16", L"12"},
+        {"hex", Make<XHEXEditColor>(), L"fG9A\x03", L"f9A"},
+        {"binary", Make<XBinEdit>(), L"0121\b", L"01"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        std::unique_ptr<XBaseEdit> field = c.make();
+        Place(*field);
+        TypeChars(*field, c.keys);
+        EXPECT_EQ(TextOf(*field), c.result);
+    }
+}
+
+TEST_F(NumericTest, LeavingOutOfRangeShowsTheBoxAndKeepsTheFocus) {
+    struct Case {
+        const char* name;
+        MakeField make;
+        double lower, upper;
+        const wchar_t* text;
+        const wchar_t* shown;  // nullptr: no box, the focus moves on
+    } cases[] = {
+        {"integer", Make<XMaskIntegerEdit>(), 10, 20, L"25", L"20"},
+        {"signed integer", Make<XMaskSignedIntegerEdit>(), -5, 5, L"-", nullptr},
+        {"signed integer", Make<XMaskSignedIntegerEditColor>(), 1, 5, L"-", L"1"},
+        {"float", Make<XMaskFloatEditColor>(5, 2), 0, 1.5, L"2", L"1.5"},
+        {"signed float", Make<XMaskSignedFloatEdit>(4, 1), -10, 10, L"99.5", L"99.5"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.name << " " << c.text);
+        rec_->boxes.boxes.clear();
+        std::unique_ptr<XBaseEdit> field = c.make();
+        auto* masked = static_cast<XMaskBaseEdit*>(field.get());
+        masked->SetLimits(c.lower, c.upper);
+        XBaseEdit other;
+        Place(other, L"", 1);
+        Place(*field, c.text);
+        other.SetFocus();
+        if (!c.shown) {
+            EXPECT_TRUE(rec_->boxes.boxes.empty());
+            EXPECT_EQ(::GetFocus(), other.m_hWnd);
+            EXPECT_EQ(TextOf(*field), c.text);
+            continue;
+        }
+        ASSERT_EQ(rec_->boxes.boxes.size(), 1u);
+        EXPECT_EQ(rec_->boxes.boxes[0].text, L"Value out of range");
+        EXPECT_EQ(::GetFocus(), field->m_hWnd);
+        EXPECT_EQ(TextOf(*field), c.shown);
+        int start = -1, end = -1;
+        field->GetSel(start, end);
+        EXPECT_EQ(start, 0);
+        EXPECT_EQ(end, static_cast<int>(wcslen(c.shown)));
+    }
+}
+
+TEST_F(NumericTest, ValuesAreWrittenAndReadInTheUsersLocale) {
+    for (const wchar_t* sep : {L".", L","}) {
+        SCOPED_TRACE(testing::Message() << "separator " << sep);
+        UseSeparator(sep);
+        XMaskFloatEdit amount(5, 2);
+        Place(amount);
+        EXPECT_EQ(amount.SetValue(3.14159), 1);
+        EXPECT_EQ(TextOf(amount), std::wstring(L"3") + sep + L"14");
+        EXPECT_DOUBLE_EQ(amount.GetValue(), 3.14);
+        EXPECT_EQ(amount.SetValue(123456.0), 0);  // six integer digits
+        EXPECT_EQ(TextOf(amount), L"");
+        EXPECT_EQ(amount.SetValue(0.0), 1);
+        EXPECT_EQ(TextOf(amount), L"0");
+        amount.SetSel(-1, -1);
+        TypeChars(amount, L".5");  // the typed point becomes the user's separator
+        EXPECT_EQ(TextOf(amount), std::wstring(L"0") + sep + L"5");
+        EXPECT_DOUBLE_EQ(amount.GetValue(), 0.5);
+    }
+    XMaskIntegerEdit count(3);
+    Place(count);
+    EXPECT_EQ(count.SetValue(1234u), 0);
+    EXPECT_EQ(TextOf(count), L"");
+    XMaskSignedIntegerEdit offset;
+    Place(offset, L"", 1);
+    EXPECT_EQ(offset.SetValue(-7), 1);
+    EXPECT_EQ(offset.GetValue(), -7);
+}
+
+TEST_F(NumericTest, TrimRightAndTheDecimalFieldsTextMessages) {
+    XMaskFloatEdit amount;
+    Place(amount, L"1.500");
+    amount.TrimRight();
+    EXPECT_EQ(TextOf(amount), L"1.5");
+
+    // WM_SETTEXT replaces the selection; WM_GETTEXT copies what fits.
+    amount.SetWindowTextW(L"12");
+    amount.SetSel(1, 1);
+    EXPECT_TRUE(::SetWindowTextW(amount, L"9"));
+    EXPECT_EQ(TextOf(amount), L"192");
+    wchar_t buf[8] = L"xxxxxxx";
+    EXPECT_EQ(amount.SendMessage(WM_GETTEXT, 3, reinterpret_cast<LPARAM>(buf)), 2);
+    EXPECT_STREQ(buf, L"19");
+    EXPECT_EQ(amount.SendMessage(WM_GETTEXT, 0, reinterpret_cast<LPARAM>(buf)), 0);
+    EXPECT_EQ(amount.SendMessage(WM_GETTEXT, 8, 0), 0);
+}
+
+TEST(NumericColours, VariantsStartWithTheFieldDefaults) {
+    const XMaskBaseEditColor base;
+    const XMaskIntegerEditColor integer(3);
+    const XMaskSignedIntegerEditColor signedInteger;
+    const XMaskFloatEditColor decimal(5, 2);
+    const XMaskSignedFloatEditColor signedDecimal;
+    const XNumberEditColor number;
+    const XHEXEditColor hex;
+    const XBinEditColor binary;
+    for (const qv::ColorScheme* scheme : {&base.Scheme(), &integer.Scheme(), &signedInteger.Scheme(),
+                                          &decimal.Scheme(), &signedDecimal.Scheme(), &number.Scheme(),
+                                          &hex.Scheme(), &binary.Scheme()}) {
+        EXPECT_EQ(scheme->TextColor(), RGB(8, 0, 0));
+        EXPECT_EQ(scheme->BkColor(), ::GetSysColor(COLOR_WINDOW));
+        EXPECT_NE(scheme->Brush(), nullptr);
+    }
+    EXPECT_EQ(integer.GetMask(), L"#3?");  // the counting constructors are kept
+    EXPECT_EQ(decimal.GetMask(), L"#5?(.|,)(#2?)(e#?)");
+}
+
+}  // namespace
