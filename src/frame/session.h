@@ -37,11 +37,13 @@ QV_API std::wstring ReadSettingText(std::wstring_view section, std::wstring_view
 QV_API bool ReadSettingInt(std::wstring_view section, std::wstring_view name, long flag, long& value);
 
 // The three user settings of tooltips and context help.
-// "Common"/"tooltipdelaytime": the tooltip popup time in ms, 0 when absent.
+// "Common"/"tooltipdelaytime": the tooltip display time as stored, in seconds
+// (the tooltips multiply it by 1000), 0 when absent.
 QV_API unsigned long TooltipPopupTimeSetting();
 // "Common"/"tooltipmaxtipwidth": false when absent (texts are left whole).
 QV_API bool TooltipMaxTipWidthSetting(long& width);
-// "customization"/"contextHelpOnCustomizationObjects": the context-help file, "" when absent.
+// "customization"/"contextHelpOnCustomizationObjects": the folder of the
+// context-help documents, "" when absent.
 QV_API std::wstring ContextHelpFileSetting();
 // Cuts a tooltip text to the configured maximum number of characters; a text
 // no longer than that, or any text when no valid maximum is set, stays whole.

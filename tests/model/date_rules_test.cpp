@@ -11,11 +11,7 @@ namespace df = qv::datefields;
 using df::Box;
 
 TEST(DateRulesTest, FieldLayoutFixedOrStretched) {
-    struct Case {
-        int width, height;
-        bool stretch;
-        Box date, time;
-    } cases[] = {
+    struct Case { int width, height; bool stretch; Box date, time; } cases[] = {
         {150, 15, false, {0, 0, 100, 15}, {105, 0, 205, 15}},  // time picker cut off
         {400, 30, false, {0, 0, 100, 30}, {105, 0, 205, 30}},
         {206, 20, true, {0, 0, 100, 20}, {105, 0, 206, 20}},
@@ -33,12 +29,7 @@ TEST(DateRulesTest, FieldLayoutFixedOrStretched) {
 TEST(DateRulesTest, ShiftDateKeepsTheTimeAndStopsAtTheLimits) {
     double noonMarch5 = 0;
     ASSERT_TRUE(qv::oledate::FromParts(2024, 3, 5, 12, 0, 0, noonMarch5));
-    struct Case {
-        double from;
-        long long days;
-        bool ok;
-        int y, mo, d, h;
-    } cases[] = {
+    struct Case { double from; long long days; bool ok; int y, mo, d, h; } cases[] = {
         {noonMarch5, 30, true, 2024, 4, 4, 12},
         {noonMarch5, -65, true, 2023, 12, 31, 12},
         {0.25, -1, true, 1899, 12, 29, 6},           // across day 0: the DATE goes -1.25

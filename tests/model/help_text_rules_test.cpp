@@ -5,9 +5,7 @@
 namespace {
 
 TEST(HelpTextStatic, SplitsTheHelpStringAndAddsTheF1Hint) {
-    const struct {
-        const wchar_t *source, *tooltip, *document, *shown;
-    } cases[] = {
+    const struct { const wchar_t *source, *tooltip, *document, *shown; } cases[] = {
         {L"Start date", L"Start date", L"", L"Start date"},
         {L"Start date<document>dates.htm</document>", L"Start date", L"dates.htm",
          L"Start date <For more help press F1>"},
@@ -34,9 +32,7 @@ TEST(HelpTextStatic, AutoPopDelayIsFiveSecondsUnsetAndThirtyOtherwise) {
 }
 
 TEST(HelpTextStatic, F1TargetIsTheWebAddressOrFolderPlusFile) {
-    const struct {
-        const wchar_t *document, *folder, *target;
-    } cases[] = {
+    const struct { const wchar_t *document, *folder, *target; } cases[] = {
         {L"dates.htm", L"C:\\help\\", L"C:\\help\\dates.htm"},
         {L"dates.htm", L"C:\\help", L"C:\\helpdates.htm"},  // no separator is added
         {L"http://example.org/dates.htm", L"C:\\help\\", L"http://example.org/dates.htm"},
@@ -47,11 +43,7 @@ TEST(HelpTextStatic, F1TargetIsTheWebAddressOrFolderPlusFile) {
 
 TEST(HelpTextPrompt, TooltipEndsWithTheRedF1Line) {
     const std::wstring red = L"<ct=0xFF0000>Press F1 for more info...</ct>";
-    const struct {
-        const wchar_t* source;
-        std::wstring tooltip;
-        const wchar_t* file;
-    } cases[] = {
+    const struct { const wchar_t* source; std::wstring tooltip; const wchar_t* file; } cases[] = {
         {L"Plain <b>text</b>", L"Plain <b>text</b>", L""},
         {L"Due date<document>dates.htm</document>", L"Due date<br><al_r>" + red, L"dates.htm"},
         {L"<document>dates.htm</document>", red, L"dates.htm"},

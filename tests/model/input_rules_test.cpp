@@ -35,12 +35,7 @@ TEST(InputRules, RestrictAfterTyping) {
     }
 }
 
-struct SetCase {
-    const wchar_t* text;
-    int limit;
-    bool restricted;
-    const wchar_t* shown;
-};
+struct SetCase { const wchar_t* text; int limit; bool restricted; const wchar_t* shown; };
 
 const SetCase kSetCases[] = {
     {L"ABCDEF", 5, false, L"ABCDE"},
@@ -74,9 +69,7 @@ TEST(InputRules, UsesTheGivenCharacterCheck) {
 }
 
 TEST(InputRules, DroppedListSize) {
-    const struct {
-        int heightOfW, height;
-    } heights[] = {{19, 300}, {20, 155}, {13, 240}, {0, 110}, {40, 255}};
+    const struct { int heightOfW, height; } heights[] = {{19, 300}, {20, 155}, {13, 240}, {0, 110}, {40, 255}};
     for (const auto& c : heights) EXPECT_EQ(qv::DroppedListHeight(c.heightOfW), c.height) << c.heightOfW;
     EXPECT_EQ(qv::DroppedListWidth(120, 100), 131);
     EXPECT_EQ(qv::DroppedListWidth(100, 100), 0);

@@ -89,11 +89,7 @@ Passes MeasureAndDraw(std::wstring_view text, int width = 60, int weight = 400) 
     return p;
 }
 
-struct LayoutCase {
-    const wchar_t* text;
-    TipSize measured;
-    const wchar_t* log;
-};
+struct LayoutCase { const wchar_t* text; TipSize measured; const wchar_t* log; };
 
 const LayoutCase kLayoutCases[] = {
     // Escapes and plain '>'.

@@ -66,12 +66,7 @@ TEST(MaskRules, TypingFollowsThePatternAndDropsLeadingZeros) {
 }
 
 TEST(MaskRules, DecimalKeysBecomeTheLocaleSeparator) {
-    struct {
-        const wchar_t* mask;
-        bool localeDecimal;
-        wchar_t typed, separator;
-        const wchar_t* result;
-    } cases[] = {
+    struct { const wchar_t* mask; bool localeDecimal; wchar_t typed, separator; const wchar_t* result; } cases[] = {
         {kDecimal, true, L'.', L',', L"1,"},        {kDecimal, true, L';', L',', L"1,"},
         {L"#?(.)(#?)", true, L'.', L',', L"1"},     // ',' is not in the pattern
         {L"#?(.)(#?)", false, L'.', L',', L"1."},
@@ -205,12 +200,7 @@ TEST(MaskRules, ValuesReadAndWritten) {
     // SetValue's text, and whether the (5, 2) field takes it.
     const std::wstring mask = qv::NumericMask(NumberKind::UnsignedDecimal, 5, 2);
     const MaskSetup setup(XParserFactory::GetParserFactory(), mask, true, true);
-    struct {
-        double value;
-        wchar_t separator;
-        const wchar_t* text;
-        bool accepted;
-    } cases[] = {
+    struct { double value; wchar_t separator; const wchar_t* text; bool accepted; } cases[] = {
         {3.14159, L',', L"3,14", true}, {3.14159, L'.', L"3.14", true}, {0.0, L',', L"0", true},
         {123456.0, L'.', L"123456.00", false}, {-2.5, 0, L"-2.50", false},
     };

@@ -7,12 +7,7 @@
 
 namespace {
 
-struct ParseCase {
-    const wchar_t* text;
-    wchar_t sep;
-    bool ok;
-    double value;
-};
+struct ParseCase { const wchar_t* text; wchar_t sep; bool ok; double value; };
 
 const ParseCase kParseCases[] = {
     {L"12", L',', true, 12.0},        {L" \t-1,5 ", L',', true, -1.5},
@@ -70,11 +65,7 @@ TEST(FormatLocaleDouble, FormatsOneFloatingConversion) {
 }
 
 TEST(CheckRangeText, ClosedRange) {
-    const struct {
-        double lower, upper;
-        const wchar_t* text;
-        bool inside;
-    } cases[] = {
+    const struct { double lower, upper; const wchar_t* text; bool inside; } cases[] = {
         {-1.5, 2.5, L"-1,5", true},  {-1.5, 2.5, L"2.5", true}, {-1.5, 2.5, L"2,51", false},
         {-1.5, 2.5, L"-1.6", false}, {-1.5, 2.5, L"", false},   {3.0, 2.0, L"2.5", false},
     };

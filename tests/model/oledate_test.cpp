@@ -53,10 +53,7 @@ TEST(OleDate, MomentsConvertBothWays) {
 }
 
 TEST(OleDate, RoundsToTheNearestSecondAcrossMidnight) {
-    struct Case {
-        double date;
-        int y, mo, d, h, mi, s;
-    } cases[] = {
+    struct Case { double date; int y, mo, d, h, mi, s; } cases[] = {
         {1.0 + 59.6 / 86400, 1899, 12, 31, 0, 1, 0},
         {-0.25, 1899, 12, 30, 6, 0, 0},  // day 0 from either side
         {1.0 - 0.2 / 86400, 1899, 12, 31, 0, 0, 0},        // 23:59:59.8 of day 0
@@ -92,9 +89,7 @@ TEST(OleDate, DayOfYearCountsLeapDays) {
 }
 
 TEST(OleDate, InvalidPartsAreRejected) {
-    struct Case {
-        int y, mo, d, h, mi, s;
-    } cases[] = {
+    struct Case { int y, mo, d, h, mi, s; } cases[] = {
         {99, 12, 31, 0, 0, 0},   {10000, 1, 1, 0, 0, 0}, {1900, 2, 29, 0, 0, 0}, {2023, 2, 29, 0, 0, 0},
         {2024, 13, 1, 0, 0, 0},  {2024, 0, 1, 0, 0, 0},  {2024, 4, 31, 0, 0, 0}, {2024, 1, 0, 0, 0, 0},
         {2024, 1, 1, 24, 0, 0},  {2024, 1, 1, 0, 60, 0}, {2024, 1, 1, 0, 0, 60}, {2024, 1, 1, -1, 0, 0},

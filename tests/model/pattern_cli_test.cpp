@@ -7,10 +7,7 @@
 
 namespace {
 
-struct CliRun {
-    int code;
-    std::string out, err;
-};
+struct CliRun { int code; std::string out, err; };
 
 CliRun Command(std::vector<std::string> args) {
     CliRun r;

@@ -7,11 +7,7 @@
 
 namespace {
 
-struct CheckCase {
-    const wchar_t* mask;
-    const wchar_t* text;
-    int expected;
-};
+struct CheckCase { const wchar_t* mask; const wchar_t* text; int expected; };
 
 int CheckOf(const std::wstring& mask, const std::wstring& text) {
     return XParserFactory::GetParserFactory()->Check(text, mask);

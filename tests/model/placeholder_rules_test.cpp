@@ -13,12 +13,7 @@ TEST(PlaceholderRules, Template) {
 }
 
 TEST(PlaceholderRules, IsCheckedChar) {
-    const struct {
-        const wchar_t* text;
-        const wchar_t* mask;
-        wchar_t placeholder;
-        bool fits;
-    } cases[] = {
+    const struct { const wchar_t* text; const wchar_t* mask; wchar_t placeholder; bool fits; } cases[] = {
         {L"12.3_", L"##.##", L'_', true},
         {L"12,__", L"##.##", L'_', false},    // literal differs
         {L"ab", L"aB", L'_', false},          // literals are case-sensitive
@@ -84,12 +79,7 @@ TEST(PlaceholderRules, Keys) {
 }
 
 TEST(PlaceholderRules, Delete) {
-    const struct {
-        const wchar_t* mask;
-        const wchar_t* text;
-        int start, end;
-        Action expected;
-    } cases[] = {
+    const struct { const wchar_t* mask; const wchar_t* text; int start, end; Action expected; } cases[] = {
         {L"##.##", L"12.34", 1, 4, Replace(1, 4, L"_._", 1)},   // literals stay
         {L"##.##", L"12.34", 0, 5, Replace(0, 5, L"__.__", 0)},
         {L"##.##", L"12.34", 2, 2, Nothing()},                  // no selection: nothing

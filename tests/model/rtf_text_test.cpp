@@ -4,10 +4,7 @@
 
 namespace {
 
-struct RtfCase {
-    const wchar_t* rtf;
-    const wchar_t* text;
-};
+struct RtfCase { const wchar_t* rtf; const wchar_t* text; };
 
 const RtfCase kRtfCases[] = {
     // Groups, control words, delimiting space and parameters.

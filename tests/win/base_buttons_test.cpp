@@ -54,12 +54,7 @@ protected:
 TEST_F(ButtonsTest, TabEnterAndShiftTabMoveTheFocus) {
     XBaseRadio orphan;
     EXPECT_FALSE(orphan.Create(L"Radio", 4, At(10, 100), font_, nullptr));
-    const struct {
-        HWND from;
-        wchar_t key;
-        bool shift;
-        HWND to;
-    } cases[] = {
+    const struct { HWND from; wchar_t key; bool shift; HWND to; } cases[] = {
         {button_, L'\t', false, check_}, {check_, L'\t', false, tri_}, {tri_, L'\r', false, radio_},
         {radio_, L'\t', false, button_},  // round to the first field
         {radio_, L'\t', true, tri_},      {button_, L'\t', true, radio_}, {tri_, L'x', false, tri_},  // other keys stay
@@ -117,11 +112,7 @@ TEST_F(ButtonsTest, ColoursAndFontsReachTheBoxOrThePromptShowingTheText) {
         EXPECT_EQ(::SendMessageW(caption, EM_GETLINECOUNT, 0, 0), 1);
     }
     const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
-    const struct {
-        XBaseColor* colours;
-        HWND parent, painted;
-        std::pair<COLORREF, COLORREF> initial;
-    } cases[] = {
+    const struct { XBaseColor* colours; HWND parent, painted; std::pair<COLORREF, COLORREF> initial; } cases[] = {
         {&plain, host_, plain, {RGB(0, 0, 0), face}},
         {&captioned, captioned, caption, {RGB(8, 0, 0), face}},  // the caption sits on the box
         {&field, field, prompt, {RGB(8, 0, 0), ::GetSysColor(COLOR_WINDOW)}},

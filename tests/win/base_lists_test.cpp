@@ -52,12 +52,7 @@ TEST_F(BaseListsTest, TabAndEnterWalkThroughTheForm) {
     HWND part = form.editCombo.GetEditPart();
     ASSERT_NE(part, nullptr);
     // Where each key is typed, and where the focus must be afterwards.
-    const struct {
-        HWND typedInto;
-        const wchar_t* key;
-        bool shift;
-        HWND focus;
-    } steps[] = {
+    const struct { HWND typedInto; const wchar_t* key; bool shift; HWND focus; } steps[] = {
         {form.edit, L"\t", false, form.lines},    {form.lines, L"\t", false, form.combo},
         {form.combo, L"\r", false, part},         {part, L"\t", false, form.list},
         {form.list, L"\r", false, form.checks},   {form.checks, L"\t", false, form.edit},
@@ -157,9 +152,7 @@ TEST_F(BaseListsTest, CheckListPaintsInItsOwnColours) {
 TEST_F(BaseListsTest, ColouredComboDropsTenOrFiveRows) {
     // Fonts whose "W" is 19 and 20 pixels high: 19 + 11 = 30 makes ten rows,
     // 20 + 11 = 31 only five.
-    const struct {
-        int fontHeight, dropped;
-    } cases[] = {{19, 300}, {20, 155}};
+    const struct { int fontHeight, dropped; } cases[] = {{19, 300}, {20, 155}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.fontHeight);
         HFONT font = ::CreateFontW(c.fontHeight, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, L"Tahoma");

@@ -12,10 +12,7 @@ namespace {
 using qvtest::HostTest;
 
 // CLBN_CHKCHANGE notifications that reached the host window.
-struct Notice {
-    int id;
-    HWND from;
-};
+struct Notice { int id; HWND from; };
 std::vector<Notice> g_notices;
 
 LRESULT CALLBACK RecordChecks(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR) {
@@ -215,11 +212,7 @@ TEST_F(CheckListBoxTest, SortedInsertKeepsTheStateWithItsItem) {
 }
 
 TEST_F(CheckListBoxTest, AttachNeedsAnOwnerDrawnListWithStrings) {
-    struct Case {
-        const wchar_t* cls;
-        DWORD style;
-        bool attaches;
-    } cases[] = {
+    struct Case { const wchar_t* cls; DWORD style; bool attaches; } cases[] = {
         {L"LISTBOX", LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, true},
         {L"LISTBOX", LBS_OWNERDRAWVARIABLE | LBS_HASSTRINGS, true},
         {L"LISTBOX", LBS_HASSTRINGS, false},

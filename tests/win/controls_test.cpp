@@ -15,12 +15,7 @@ protected:
 };
 
 TEST_F(ControlsTest, EditSelectionAndReplacement) {
-    struct Case {
-        int start, end;
-        const wchar_t* insert;
-        const wchar_t* text;
-        int caret;
-    } cases[] = {
+    struct Case { int start, end; const wchar_t* insert; const wchar_t* text; int caret; } cases[] = {
         {0, 5, L"HELLO", L"HELLO world", 5},
         {6, 11, L"", L"hello ", 6},
         {11, 11, L"!", L"hello world!", 12},

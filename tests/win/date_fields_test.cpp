@@ -144,13 +144,9 @@ TEST_F(DateFieldsTest, InitShowsOnlyTheDateOfTheValueOrNoDate) {
 
 TEST_F(DateFieldsTest, RangeSendsOnlyTheBoundsThatAreSet) {
     const qv::OleDateTime low(2020, 1, 1, 0, 0, 0), high(2030, 12, 31, 0, 0, 0);
-    struct Case {
-        const qv::OleDateTime *min, *max;
-        std::vector<WPARAM> sent;
-    } cases[] = {{nullptr, &high, {GDTR_MAX}},
-                 {&low, nullptr, {GDTR_MIN}},
-                 {&low, &high, {GDTR_MIN | GDTR_MAX}},
-                 {nullptr, nullptr, {}}};
+    struct Case { const qv::OleDateTime *min, *max; std::vector<WPARAM> sent; } cases[] = {
+        {nullptr, &high, {GDTR_MAX}}, {&low, nullptr, {GDTR_MIN}},
+        {&low, &high, {GDTR_MIN | GDTR_MAX}}, {nullptr, nullptr, {}}};
     for (const Case& c : cases) {
         PickerSpy spy;
         XBaseDateTime frame;
@@ -198,11 +194,7 @@ TEST_F(DateFieldsTest, ValueBeforeAndAfterInit) {
 }
 
 TEST_F(DateFieldsTest, FailuresAreLoggedWithTheirPositions) {
-    struct Case {
-        unsigned long line;
-        const wchar_t* function;
-        const wchar_t* message;
-    } cases[] = {
+    struct Case { unsigned long line; const wchar_t* function; const wchar_t* message; } cases[] = {
         {104, L" XBaseDateTime::Init", L"Creating control failed"},                   // no frame
         {195, L" XBaseDateTime::ShowDataControl", L"DateTime_SetSystemtime failed"},  // no date, no check box
         {182, L" XBaseDateTime::ShowDataControl", L"DateTime_SetRange failed"},       // impossible bound
@@ -235,11 +227,7 @@ TEST_F(DateFieldsTest, FailuresAreLoggedWithTheirPositions) {
 // ---- the compound date-and-time field ------------------------------------------
 
 TEST_F(DateFieldsTest, CompoundLaysOutAtTheMinimumAndEndsAtTheCallersSize) {
-    struct Case {
-        RECT rect;
-        bool stretch;
-        RECT date, time;
-    } cases[] = {
+    struct Case { RECT rect; bool stretch; RECT date, time; } cases[] = {
         {{20, 30, 170, 45}, false, {0, 0, 100, 20}, {105, 0, 205, 20}},  // 150 x 15: time picker cut off
         {{20, 30, 320, 55}, false, {0, 0, 100, 25}, {105, 0, 205, 25}},
         {{20, 30, 170, 45}, true, {0, 0, 72, 15}, {77, 0, 150, 15}},
@@ -364,10 +352,7 @@ TEST_F(DateFieldsTest, CompoundValueThroughTheLocalesTexts) {
 
 template <class Field>
 void CheckReadOnly(HWND host, bool german) {
-    struct Case {
-        int type;
-        const wchar_t *de, *en;
-    } cases[] = {
+    struct Case { int type; const wchar_t *de, *en; } cases[] = {
         {DISPLAYTYPE_DATE, L"05.03.2024", L"3/5/2024"},
         {DISPLAYTYPE_TIME, L"13:45:30", L"1:45:30 PM"},
         {DISPLAYTYPE_DATETIME, L"05.03.2024 13:45:30", L"3/5/2024 1:45:30 PM"},

@@ -27,12 +27,7 @@ protected:
 };
 
 TEST_F(DateTimeTest, FormatAndParseFollowTheUserLocale) {
-    struct Case {
-        const wchar_t* shortDate;
-        const wchar_t* timeFormat;
-        DWORD flags;
-        const wchar_t* text;
-    } cases[] = {
+    struct Case { const wchar_t* shortDate; const wchar_t* timeFormat; DWORD flags; const wchar_t* text; } cases[] = {
         {L"dd.MM.yyyy", L"HH:mm:ss", VAR_DATEVALUEONLY, L"05.03.2024"},
         {L"yyyy-MM-dd", L"HH:mm:ss", VAR_DATEVALUEONLY, L"2024-03-05"},
         {L"M/d/yyyy", L"HH:mm:ss", VAR_DATEVALUEONLY, L"3/5/2024"},
@@ -87,11 +82,7 @@ TEST_F(DateTimeTest, NullAndInvalidValuesHaveNoText) {
 }
 
 TEST_F(DateTimeTest, StrftimeFormats) {
-    struct Case {
-        qv::OleDateTime value;
-        const wchar_t* format;
-        const wchar_t* text;
-    } cases[] = {
+    struct Case { qv::OleDateTime value; const wchar_t* format; const wchar_t* text; } cases[] = {
         {qv::OleDateTime(2024, 3, 5, 13, 45, 30), L"%d.%m.%Y %H:%M:%S", L"05.03.2024 13:45:30"},
         {qv::OleDateTime(2024, 3, 5, 13, 45, 30), L"%j %w %y %I%p", L"065 2 24 01PM"},
         {qv::OleDateTime(1850, 7, 1, 0, 0, 0), L"%Y-%m-%d", L"1850-07-01"},

@@ -99,11 +99,7 @@ TEST_F(DialogTest, ModelessDialogExchangesTextBothWays) {
 }
 
 TEST_F(DialogTest, IntegerExchangeRejectsWhatIsNotAnInteger) {
-    struct Case {
-        const wchar_t* text;
-        bool ok;
-        int value;
-    } cases[] = {
+    struct Case { const wchar_t* text; bool ok; int value; } cases[] = {
         {L"14", true, 14},   {L" 7 ", true, 7},  {L"-3", true, -3},        {L"abc", false, 12},
         {L"", false, 12},    {L"1x", false, 12}, {L"99999999999", false, 12}, {L"2147483647", true, 2147483647},
     };

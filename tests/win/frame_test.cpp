@@ -39,11 +39,7 @@ TEST_F(SettingsTest, WithoutAnyServiceEverySettingReadsAsAbsent) {
 }
 
 TEST_F(SettingsTest, MaxTipWidthCutsOnlyWhenItIsANumber) {
-    struct Case {
-        const wchar_t* stored;
-        size_t length;
-        size_t expected;
-    } cases[] = {
+    struct Case { const wchar_t* stored; size_t length; size_t expected; } cases[] = {
         {L"abc", 25, 25}, {L"", 25, 25}, {L"10", 25, 10}, {L"10", 10, 10}, {L" 10 ", 25, 10}, {L"0", 3, 0},
     };
     for (const Case& c : cases) {
@@ -223,11 +219,7 @@ private:
     wchar_t saved_[8] = L".";
 };
 
-struct ParseCase {
-    const wchar_t* text;
-    bool ok;
-    double value;
-};
+struct ParseCase { const wchar_t* text; bool ok; double value; };
 
 void ExpectParses(const ParseCase* cases, size_t n) {
     for (size_t i = 0; i < n; ++i) {

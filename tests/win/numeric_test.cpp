@@ -51,12 +51,7 @@ protected:
 };
 
 TEST_F(NumericTest, EachFieldTypesWhatItsPatternAllows) {
-    struct Case {
-        const char* name;
-        MakeField make;
-        const wchar_t* keys;
-        const wchar_t* result;
-    } cases[] = {
+    struct Case { const char* name; MakeField make; const wchar_t* keys; const wchar_t* result; } cases[] = {
         {"integer(3)", Make<XMaskIntegerEdit>(3), L"1234", L"123"},
         {"signed integer", Make<XMaskSignedIntegerEdit>(), L"-", L"-"},
         {"float", Make<XMaskFloatEdit>(), L"1;5e3", L"1.5e3"},

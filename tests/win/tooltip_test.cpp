@@ -111,10 +111,7 @@ TEST_F(TooltipTest, ASecondTooltipHidesTheFirst) {
 TEST_F(TooltipTest, ClicksAndKeysHideButSystemKeysDoNot) {
     Owner owner;
     ASSERT_TRUE(Make(owner, 20, 20));
-    const struct {
-        UINT msg;
-        bool hides;
-    } cases[] = {
+    const struct { UINT msg; bool hides; } cases[] = {
         {WM_LBUTTONDOWN, true},   {WM_RBUTTONDBLCLK, true},  {WM_MBUTTONDOWN, true}, {WM_NCLBUTTONDOWN, true},
         {WM_NCMBUTTONDBLCLK, true}, {WM_KEYDOWN, true},      {WM_SYSKEYDOWN, false}, {WM_LBUTTONUP, false},
     };
@@ -130,12 +127,7 @@ TEST_F(TooltipTest, ClicksAndKeysHideButSystemKeysDoNot) {
 
 TEST_F(TooltipTest, BehaviourDecidesWhatMovingAndTimeDo) {
     enum Action { kMoveInTool, kWaitWithCursorOnTip };
-    const struct {
-        UINT behaviour;
-        Action action;
-        bool visibleAfter;
-        const char* what;
-    } cases[] = {
+    const struct { UINT behaviour; Action action; bool visibleAfter; const char* what; } cases[] = {
         {0, kMoveInTool, false, "a move inside the tool hides"},
         {XTooltip::kBehaviourRepeat, kMoveInTool, true, "re-shown after the delay"},
         {XTooltip::kBehaviourStay, kMoveInTool, true, "stays while moving inside the tool"},
@@ -210,13 +202,9 @@ TEST_F(TooltipTest, SettersFollowThePerToolMask) {
 }
 
 TEST_F(TooltipTest, BoxSitsBelowTheOwnersLineByKind) {
-    const struct {
-        int kind;
-        LONG offset;
-    } cases[] = {{XTooltipOwnerKind::kOwnerOther, 0},
-                 {XTooltipOwnerKind::kOwnerEdit, 8},
-                 {XTooltipOwnerKind::kOwnerComboBox, 20},
-                 {XTooltipOwnerKind::kOwnerPrompt, 20}};
+    const struct { int kind; LONG offset; } cases[] = {
+        {XTooltipOwnerKind::kOwnerOther, 0}, {XTooltipOwnerKind::kOwnerEdit, 8},
+        {XTooltipOwnerKind::kOwnerComboBox, 20}, {XTooltipOwnerKind::kOwnerPrompt, 20}};
     for (const auto& c : cases) {
         Owner owner;
         owner.kind = c.kind;

@@ -11,12 +11,7 @@
 
 namespace qvtest {
 
-struct RecordedBox {
-    HWND parent;
-    std::wstring caption;
-    std::wstring text;
-    UINT type;
-};
+struct RecordedBox { HWND parent; std::wstring caption; std::wstring text; UINT type; };
 
 class MessageBoxRecorder : public qv::IMessageBoxService {
 public:
@@ -28,10 +23,7 @@ public:
     int answer = IDOK;
 };
 
-struct RecordedShell {
-    std::wstring verb, file, parameters, directory;
-    int show;
-};
+struct RecordedShell { std::wstring verb, file, parameters, directory; int show; };
 
 class ShellRecorder : public qv::IShellService {
 public:
