@@ -35,18 +35,10 @@ TEST(Catalog, ParsesEntriesAndReportsBadLines) {
     };
     EXPECT_EQ(errors, expectedErrors);
 
-    const struct {
-        const wchar_t* source;
-        const wchar_t* translation;  // nullptr: not in the table
-    } lookups[] = {
-        {L"Cancel", L"Abbrechen"},
-        {L"Line\none\tend\\", L"Zeile\neins\r"},
-        {L"#1", L"#1"},
-        {L"Last", L"Letzte"},
-        {L"cancel", nullptr},
-        {L"# comment", nullptr},
-        {L"a", nullptr},
-        {L"x", nullptr},
+    // translation nullptr: not in the table
+    const struct { const wchar_t* source; const wchar_t* translation; } lookups[] = {
+        {L"Cancel", L"Abbrechen"}, {L"Line\none\tend\\", L"Zeile\neins\r"}, {L"#1", L"#1"}, {L"Last", L"Letzte"},
+        {L"cancel", nullptr}, {L"# comment", nullptr}, {L"a", nullptr}, {L"x", nullptr},
     };
     for (const auto& l : lookups) {
         const std::wstring* found = catalog.Find(l.source);

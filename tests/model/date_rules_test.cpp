@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "common/oledate.h"
 
 namespace {
@@ -13,16 +15,13 @@ using df::Box;
 TEST(DateRulesTest, FieldLayoutFixedOrStretched) {
     struct Case { int width, height; bool stretch; Box date, time; } cases[] = {
         {150, 15, false, {0, 0, 100, 15}, {105, 0, 205, 15}},  // time picker cut off
-        {400, 30, false, {0, 0, 100, 30}, {105, 0, 205, 30}},
-        {206, 20, true, {0, 0, 100, 20}, {105, 0, 206, 20}},
-        {150, 15, true, {0, 0, 72, 15}, {77, 0, 150, 15}},
-        {2, -4, true, {0, 0, 0, 0}, {5, 0, 5, 0}},
+        {400, 30, false, {0, 0, 100, 30}, {105, 0, 205, 30}}, {206, 20, true, {0, 0, 100, 20}, {105, 0, 206, 20}},
+        {150, 15, true, {0, 0, 72, 15}, {77, 0, 150, 15}}, {2, -4, true, {0, 0, 0, 0}, {5, 0, 5, 0}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.width << "x" << c.height << (c.stretch ? " stretched" : ""));
         const df::FieldBoxes boxes = df::FieldLayout(c.width, c.height, c.stretch);
-        EXPECT_EQ(boxes.date, c.date);
-        EXPECT_EQ(boxes.time, c.time);
+        EXPECT_EQ(std::tie(boxes.date, boxes.time), std::tie(c.date, c.time));
     }
 }
 
@@ -30,8 +29,7 @@ TEST(DateRulesTest, ShiftDateKeepsTheTimeAndStopsAtTheLimits) {
     double noonMarch5 = 0;
     ASSERT_TRUE(qv::oledate::FromParts(2024, 3, 5, 12, 0, 0, noonMarch5));
     struct Case { double from; long long days; bool ok; int y, mo, d, h; } cases[] = {
-        {noonMarch5, 30, true, 2024, 4, 4, 12},
-        {noonMarch5, -65, true, 2023, 12, 31, 12},
+        {noonMarch5, 30, true, 2024, 4, 4, 12}, {noonMarch5, -65, true, 2023, 12, 31, 12},
         {0.25, -1, true, 1899, 12, 29, 6},           // across day 0: the DATE goes -1.25
         {noonMarch5, 3615897, false, 0, 0, 0, 0},    // beyond year 9999 anyway
         {noonMarch5, -3615898, false, 0, 0, 0, 0},   // beyond the longest span
@@ -47,10 +45,7 @@ TEST(DateRulesTest, ShiftDateKeepsTheTimeAndStopsAtTheLimits) {
         }
         qv::oledate::DateParts p;
         ASSERT_TRUE(qv::oledate::ToParts(out, p));
-        EXPECT_EQ(p.year, c.y);
-        EXPECT_EQ(p.month, c.mo);
-        EXPECT_EQ(p.day, c.d);
-        EXPECT_EQ(p.hour, c.h);
+        EXPECT_EQ(std::tuple(p.year, p.month, p.day, p.hour), std::tuple(c.y, c.mo, c.d, c.h));
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
 TEST(IniStore, ParsesSectionsAndValues) {
@@ -23,23 +25,12 @@ TEST(IniStore, ParsesSectionsAndValues) {
         L"again=2\n");
     EXPECT_FALSE(ok);
 
-    const struct {
-        const wchar_t* section;
-        const wchar_t* name;
-        const wchar_t* value;  // nullptr: not stored
-    } cases[] = {
-        {L"", L"top", L"level"},
-        {L"", L"AGAIN", L"2"},
-        {L"colors", L"back", L"Green"},
-        {L"COLORS", L"Fore", L"Blue = Navy"},
-        {L"Colors", L"empty", L""},
-        {L"", L"; comment", nullptr},
-        {L"", L"# comment", nullptr},
-        {L"Colors", L"no equals sign", nullptr},
-        {L"Colors", L"", nullptr},
-        {L"Broken", L"lost", nullptr},
-        {L"Colors", L"lost", nullptr},
-        {L"", L"lost", nullptr},
+    // value nullptr: not stored
+    const struct { const wchar_t* section; const wchar_t* name; const wchar_t* value; } cases[] = {
+        {L"", L"top", L"level"}, {L"", L"AGAIN", L"2"}, {L"colors", L"back", L"Green"},
+        {L"COLORS", L"Fore", L"Blue = Navy"}, {L"Colors", L"empty", L""}, {L"", L"; comment", nullptr},
+        {L"", L"# comment", nullptr}, {L"Colors", L"no equals sign", nullptr}, {L"Colors", L"", nullptr},
+        {L"Broken", L"lost", nullptr}, {L"Colors", L"lost", nullptr}, {L"", L"lost", nullptr},
         {L"Colors", L"top", nullptr},
     };
     for (const auto& c : cases) {
@@ -55,10 +46,9 @@ TEST(IniStore, SetParseAndClear) {
     store.Set(L"main", L"WIDTH", L"20");
     EXPECT_TRUE(store.Parse(L"[MAIN]\nheight=5\n"));
     std::wstring value;
-    ASSERT_TRUE(store.Get(L"Main", L"width", value));
-    EXPECT_EQ(value, L"20");
-    ASSERT_TRUE(store.Get(L"main", L"Height", value));
-    EXPECT_EQ(value, L"5");
+    std::wstring height;
+    ASSERT_TRUE(store.Get(L"Main", L"width", value) && store.Get(L"main", L"Height", height));
+    EXPECT_EQ(std::tuple(value, height), std::tuple(L"20", L"5"));
     EXPECT_FALSE(store.Get(L"Mainx", L"width", value));
     store.Clear();
     EXPECT_FALSE(store.Get(L"Main", L"width", value));

@@ -2,15 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
-struct TypingCase {
-    const wchar_t* after;  // text once the edit control inserted the character
-    int start, end;
-    wchar_t typed;
-    const wchar_t* text;
-    int newStart, newEnd;
-};
+// after: text once the edit control inserted the character
+struct TypingCase { const wchar_t* after; int start, end; wchar_t typed; const wchar_t* text; int newStart, newEnd; };
 
 const TypingCase kTypingCases[] = {
     {L"XYa", 3, 3, L'a', L"XYA", 3, 3},       // lower case becomes upper case
@@ -29,24 +26,17 @@ TEST(InputRules, RestrictAfterTyping) {
     for (const TypingCase& c : kTypingCases) {
         SCOPED_TRACE(testing::Message() << "after \"" << c.after << "\"");
         const qv::FieldState next = qv::RestrictAfterTyping({c.after, c.start, c.end}, c.typed);
-        EXPECT_EQ(next.text, c.text);
-        EXPECT_EQ(next.start, c.newStart);
-        EXPECT_EQ(next.end, c.newEnd);
+        EXPECT_EQ(std::tie(next.text, next.start, next.end), std::tuple(c.text, c.newStart, c.newEnd));
     }
 }
 
 struct SetCase { const wchar_t* text; int limit; bool restricted; const wchar_t* shown; };
 
 const SetCase kSetCases[] = {
-    {L"ABCDEF", 5, false, L"ABCDE"},
-    {L"ABCDE", 5, false, L"ABCDE"},
-    {L"a-b", 32767, false, L"a-b"},
-    {L"ab-c", 32767, true, L""},
-    {L"ab9c", 32767, true, L"AB9C"},
+    {L"ABCDEF", 5, false, L"ABCDE"}, {L"ABCDE", 5, false, L"ABCDE"}, {L"a-b", 32767, false, L"a-b"},
+    {L"ab-c", 32767, true, L""}, {L"ab9c", 32767, true, L"AB9C"},
     {L"abc-", 3, true, L"ABC"},  // cut before it is checked
-    {L"", 5, true, L""},
-    {L"ABC", 0, false, L""},
-    {L"ABC", -1, false, L""},
+    {L"", 5, true, L""}, {L"ABC", 0, false, L""}, {L"ABC", -1, false, L""},
 };
 
 TEST(InputRules, FieldTextForSet) {
@@ -71,9 +61,8 @@ TEST(InputRules, UsesTheGivenCharacterCheck) {
 TEST(InputRules, DroppedListSize) {
     const struct { int heightOfW, height; } heights[] = {{19, 300}, {20, 155}, {13, 240}, {0, 110}, {40, 255}};
     for (const auto& c : heights) EXPECT_EQ(qv::DroppedListHeight(c.heightOfW), c.height) << c.heightOfW;
-    EXPECT_EQ(qv::DroppedListWidth(120, 100), 131);
-    EXPECT_EQ(qv::DroppedListWidth(100, 100), 0);
-    EXPECT_EQ(qv::DroppedListWidth(80, 100), 0);
+    EXPECT_EQ(std::tuple(qv::DroppedListWidth(120, 100), qv::DroppedListWidth(100, 100), qv::DroppedListWidth(80, 100)),
+              std::tuple(131, 0, 0));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <climits>
 #include <cstdio>
 #include <ostream>
+#include <tuple>
 
 namespace qv {
 // Readable failure messages for sizes.
@@ -68,12 +69,8 @@ qv::MarkupStyle Style(int weight = 400) {
     return style;
 }
 
-struct Passes {
-    TipSize measured;
-    TipSize drawn;
-    std::wstring log;  // of the drawing pass
-    qv::MarkupLines lines;
-};
+// log: the calls of the drawing pass
+struct Passes { TipSize measured; TipSize drawn; std::wstring log; qv::MarkupLines lines; };
 
 // Measures `text`, then draws it at (0, 0) in a rectangle `width` wide.
 Passes MeasureAndDraw(std::wstring_view text, int width = 60, int weight = 400) {
@@ -93,29 +90,21 @@ struct LayoutCase { const wchar_t* text; TipSize measured; const wchar_t* log; }
 
 const LayoutCase kLayoutCases[] = {
     // Escapes and plain '>'.
-    {L"a<<b", {18, 16}, L"0,0 a<b"},
-    {L"a>b", {18, 16}, L"0,0 a>b"},
+    {L"a<<b", {18, 16}, L"0,0 a<b"}, {L"a>b", {18, 16}, L"0,0 a>b"},
     // Font tags, any case; a taller bold run lowers the whole line; tags
     // do not nest.
-    {L"<b>x</b>y", {12, 20}, L"0,4 x w800|6,4 y"},
-    {L"<B>x</B>y", {12, 20}, L"0,4 x w800|6,4 y"},
+    {L"<b>x</b>y", {12, 20}, L"0,4 x w800|6,4 y"}, {L"<B>x</B>y", {12, 20}, L"0,4 x w800|6,4 y"},
     {L"<b><b>x</b>y", {12, 20}, L"0,4 x w800|6,4 y"},
     {L"<i>a</i><u>b</U><s>c</s>d", {24, 16}, L"0,0 a I|6,0 b U|12,0 c S|18,0 d"},
     // Line breaks: counts, no '=' means the default, 0 means 1.
-    {L"a<br=3>b", {6, 64}, L"0,0 a|0,48 b"},
-    {L"a<br 2>b", {6, 32}, L"0,0 a|0,16 b"},
+    {L"a<br=3>b", {6, 64}, L"0,0 a|0,48 b"}, {L"a<br 2>b", {6, 32}, L"0,0 a|0,16 b"},
     {L"a<br=0>b", {6, 32}, L"0,0 a|0,16 b"},
     // Tab stops every 24 pixels.
-    {L"ab<t>c", {30, 16}, L"0,0 ab|24,0 c"},
-    {L"<t=2>c", {54, 16}, L"48,0 c"},
+    {L"ab<t>c", {30, 16}, L"0,0 ab|24,0 c"}, {L"<t=2>c", {54, 16}, L"48,0 c"},
     {L"abcde<t>f", {54, 16}, L"0,0 abcde|48,0 f"},
     // Raw TAB and LF, after text too; CR is never drawn.
-    {L"ab\tc", {30, 16}, L"0,0 ab|24,0 c"},
-    {L"\tc", {30, 16}, L"24,0 c"},
-    {L"ab\ncd", {12, 32}, L"0,0 ab|0,16 cd"},
-    {L"ab\r\ncd\r", {12, 32}, L"0,0 ab|0,16 cd"},
-    {L"ab\n", {12, 32}, L"0,0 ab"},
-    {L"<b>\r", {0, 16}, L""},
+    {L"ab\tc", {30, 16}, L"0,0 ab|24,0 c"}, {L"\tc", {30, 16}, L"24,0 c"}, {L"ab\ncd", {12, 32}, L"0,0 ab|0,16 cd"},
+    {L"ab\r\ncd\r", {12, 32}, L"0,0 ab|0,16 cd"}, {L"ab\n", {12, 32}, L"0,0 ab"}, {L"<b>\r", {0, 16}, L""},
     // Rules: pixels through the middle of the line, per cent of the
     // rectangle when drawing but of nothing when measuring.
     {L"<hr>", {100, 16}, L"line 0-100@8 0"},
@@ -125,41 +114,34 @@ const LayoutCase kLayoutCases[] = {
     // start it overrides what a tab added.
     {L"<al_c>abc<br>de", {18, 32}, L"21,0 abc|24,16 de"},
     {L"<al_c>abc</al_c><br>de", {18, 32}, L"21,0 abc|24,16 de"},
-    {L"<al_r>x<al_l><br>y", {6, 32}, L"54,0 x|0,16 y"},
-    {L"<al_c>x</al_r><br>y", {6, 32}, L"27,0 x|54,16 y"},
+    {L"<al_r>x<al_l><br>y", {6, 32}, L"54,0 x|0,16 y"}, {L"<al_c>x</al_r><br>y", {6, 32}, L"27,0 x|54,16 y"},
     {L"<al_r><t>x<t>y", {54, 16}, L"6,0 x|24,0 y"},
     // Colours; "cti" takes a colour value.
     {L"<ct=0xFF0000>x</ct>y", {12, 16}, L"fg FF0000|0,0 x|fg AA|6,0 y"},
-    {L"<cti>x<cti=0x20>", {6, 16}, L"fg 1|0,0 x|fg 20"},
-    {L"<ct 255>x", {6, 16}, L"fg AA|0,0 x"},
+    {L"<cti>x<cti=0x20>", {6, 16}, L"fg 1|0,0 x|fg 20"}, {L"<ct 255>x", {6, 16}, L"fg AA|0,0 x"},
     {L"<cb=255>x</cb>", {6, 16}, L"bg FF|mode 2|0,0 x|bg BB00|mode 1"},
     {L"<cbi=5>x</cbi><cbi=7>y", {12, 16}, L"bg 55|mode 2|0,0 x|bg BB00|mode 1|6,0 y"},
     // Unknown, empty and unterminated tags.
-    {L"<xyz a=1>abc", {18, 16}, L"0,0 abc"},
-    {L"<>a</>", {6, 16}, L"0,0 a"},
-    {L"abc<b", {0, 0}, L"0,0 abc"},
-    {L"abc<", {0, 0}, L"0,0 abc<"},
-    {L"", {0, 0}, L""},
+    {L"<xyz a=1>abc", {18, 16}, L"0,0 abc"}, {L"<>a</>", {6, 16}, L"0,0 a"}, {L"abc<b", {0, 0}, L"0,0 abc"},
+    {L"abc<", {0, 0}, L"0,0 abc<"}, {L"", {0, 0}, L""},
 };
 
 TEST(Markup, MeasuresAndDraws) {
     for (const LayoutCase& c : kLayoutCases) {
         const Passes p = MeasureAndDraw(c.text);
-        EXPECT_EQ(p.measured, c.measured) << c.text;
-        EXPECT_EQ(p.drawn, (TipSize{0, c.measured.cy})) << c.text;
-        EXPECT_EQ(p.log, c.log) << c.text;
+        EXPECT_EQ(std::tie(p.measured, p.drawn, p.log), std::tuple(c.measured, TipSize{0, c.measured.cy}, c.log))
+            << c.text;
         EXPECT_EQ(p.lines.lineWidths.size(), p.lines.lineHeights.size()) << c.text;
     }
 }
 
 TEST(Markup, RecordsLinesAndCompletesPerCentRulesLast) {
     const Passes tall = MeasureAndDraw(L"a<b>B</b><br>c");
-    EXPECT_EQ(tall.lines.lineWidths, (std::vector<int>{12, 6}));
-    EXPECT_EQ(tall.lines.lineHeights, (std::vector<int>{20, 16}));
+    EXPECT_EQ(std::tie(tall.lines.lineWidths, tall.lines.lineHeights),
+              std::tuple(std::vector<int>{12, 6}, std::vector<int>{20, 16}));
     // The rule line gets half of the widest line, which it does not widen.
     const Passes rule = MeasureAndDraw(L"a<hr=50%><br>abcdef");
-    EXPECT_EQ(rule.measured, (TipSize{36, 32}));
-    EXPECT_EQ(rule.lines.lineWidths, (std::vector<int>{24, 36}));
+    EXPECT_EQ(std::tie(rule.measured, rule.lines.lineWidths), std::tuple(TipSize{36, 32}, std::vector<int>{24, 36}));
     EXPECT_TRUE(MeasureAndDraw(L"abc<b").lines.lineWidths.empty());
 }
 
@@ -176,18 +158,13 @@ TEST(Markup, EmptyTextTouchesNothing) {
     Recorder surface;
     qv::MarkupLines lines{{1}, {2}};
     EXPECT_EQ(qv::PrintTitleString(surface, {}, L"", false, Style(), lines), (TipSize{}));
-    EXPECT_EQ(lines.lineWidths.size(), 1u);
-    EXPECT_EQ(surface.selects, 0);
+    EXPECT_EQ(std::tuple(lines.lineWidths.size(), surface.selects), std::tuple(1u, 0));
 }
 
-TEST(Markup, RawBreaksAfterTextTerminate) {
+TEST(Markup, RawBreaksAfterTextTerminateAndHugeValuesSaturate) {
     std::wstring text;
     for (int i = 0; i < 20000; ++i) text += L"ab\tc\n";
-    const Passes p = MeasureAndDraw(text);
-    EXPECT_EQ(p.measured, (TipSize{30, 20000 * 16 + 16}));
-}
-
-TEST(Markup, HugeValuesSaturate) {
+    EXPECT_EQ(MeasureAndDraw(text).measured, (TipSize{30, 20000 * 16 + 16}));
     const Passes p = MeasureAndDraw(L"a<br=4294967295>b<t=99999999999>c<hr=4000000000%>");
     EXPECT_EQ(p.measured, (TipSize{134217727, 134217727}));
 }
@@ -201,16 +178,11 @@ struct ScanCase {
 };
 
 const ScanCase kScanCases[] = {
-    {qv::SearchBeginOfTag, L"ab<b>", 0, L"ab", 2},
-    {qv::SearchBeginOfTag, L"<b>", 0, L"", 1},
-    {qv::SearchBeginOfTag, L"a\r<<b\tc", 0, L"a<b", 5},
-    {qv::GetNameOfTag, L"  /B =3>", 0, L"/B", 5},
-    {qv::GetNameOfTag, L"\tb>", 0, L"\t", 0},
-    {qv::GetNameOfTag, L"b\tr\r>", 0, L"br", 4},
-    {qv::GetStringValue, L"=0x20>", 0, L"0x20", 5},
-    {qv::GetStringValue, L" 2>", 0, L"", 1},
-    {qv::GetStringValue, L"\n= 5 >", 0, L"5", 5},
-    {qv::GetPropertiesOfTag, L"  ab cd=1>", 0, L"ab", 5},
+    {qv::SearchBeginOfTag, L"ab<b>", 0, L"ab", 2}, {qv::SearchBeginOfTag, L"<b>", 0, L"", 1},
+    {qv::SearchBeginOfTag, L"a\r<<b\tc", 0, L"a<b", 5}, {qv::GetNameOfTag, L"  /B =3>", 0, L"/B", 5},
+    {qv::GetNameOfTag, L"\tb>", 0, L"\t", 0}, {qv::GetNameOfTag, L"b\tr\r>", 0, L"br", 4},
+    {qv::GetStringValue, L"=0x20>", 0, L"0x20", 5}, {qv::GetStringValue, L" 2>", 0, L"", 1},
+    {qv::GetStringValue, L"\n= 5 >", 0, L"5", 5}, {qv::GetPropertiesOfTag, L"  ab cd=1>", 0, L"ab", 5},
     {qv::GetPropertiesOfTag, L"cd=1>", 0, L"cd", 2},
 };
 

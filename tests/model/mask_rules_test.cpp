@@ -5,6 +5,8 @@
 #include <cmath>
 #include <climits>
 #include <string>
+#include <tuple>
+#include <utility>
 
 #include "masks/pattern.h"
 
@@ -26,13 +28,8 @@ FieldState Type(const MaskSetup& setup, const FieldState& before, wchar_t typed,
     return after;
 }
 
-struct KeyCase {
-    const wchar_t *mask, *text;
-    int start, end;
-    wchar_t typed;
-    const wchar_t* result;
-    int caret;  // -1: selection unchanged
-};
+// caret -1: selection unchanged
+struct KeyCase { const wchar_t *mask, *text; int start, end; wchar_t typed; const wchar_t* result; int caret; };
 
 const KeyCase kKeyCases[] = {
     {L"#?", L"", 0, 0, L'5', L"5", 1},
@@ -59,9 +56,8 @@ TEST(MaskRules, TypingFollowsThePatternAndDropsLeadingZeros) {
         const std::wstring mask = c.mask;
         const MaskSetup setup(XParserFactory::GetParserFactory(), mask, false, true);
         const FieldState after = Type(setup, {c.text, c.start, c.end}, c.typed);
-        EXPECT_EQ(after.text, c.result);
-        EXPECT_EQ(after.start, c.caret < 0 ? c.start : c.caret);
-        EXPECT_EQ(after.end, c.caret < 0 ? c.end : c.caret);
+        EXPECT_EQ(std::tie(after.text, after.start, after.end),
+                  std::tuple(c.result, c.caret < 0 ? c.start : c.caret, c.caret < 0 ? c.end : c.caret));
     }
 }
 
@@ -98,12 +94,8 @@ TEST(MaskRules, ClipboardKeysAndTabGoOnUncheckedAndSwitchesApply) {
 
 // Delete (clip nullptr), cut (clip "") or paste; for a cut, `clip` of the
 // result is what goes to the clipboard.
-struct EditCase {
-    const wchar_t *mask, *text;
-    int start, end;
-    const wchar_t *clip, *result;
-    int caret;  // -1: unchanged
-};
+// caret -1: unchanged
+struct EditCase { const wchar_t *mask, *text; int start, end; const wchar_t *clip, *result; int caret; };
 
 const EditCase kEditCases[] = {
     {L"#?", L"12", 0, 0, nullptr, L"2", 0},
@@ -127,9 +119,8 @@ TEST(MaskRules, DeleteCutAndPasteAreChecked) {
                                   : *c.clip ? qv::PlanPaste(setup, before, c.clip)
                                             : qv::PlanCut(setup, before);
         const FieldState after = qv::ApplyPlan(before, plan);
-        EXPECT_EQ(after.text, c.result);
-        EXPECT_EQ(after.start, c.caret < 0 ? c.start : c.caret);
-        EXPECT_EQ(after.end, c.caret < 0 ? c.end : c.caret);
+        EXPECT_EQ(std::tie(after.text, after.start, after.end),
+                  std::tuple(c.result, c.caret < 0 ? c.start : c.caret, c.caret < 0 ? c.end : c.caret));
         if (c.clip && !*c.clip && !plan.Empty()) {
             EXPECT_EQ(plan.text, L"12");
         }
@@ -183,18 +174,17 @@ TEST(MaskRules, LimitsWhenTheFieldIsLeft) {
             passes = qv::CheckSignedDecimalLimits(text, c.lower, c.upper, c.separator == L',' ? 0 : 2, conversion);
             break;
         }
-        EXPECT_EQ(passes, c.passes);
-        EXPECT_EQ(text, c.shown);
+        EXPECT_EQ(std::tie(passes, text), std::tuple(c.passes, c.shown));
     }
 }
 
 TEST(MaskRules, ValuesReadAndWritten) {
-    EXPECT_EQ(qv::ReadSignedValue(L" -12x"), -12);
-    EXPECT_EQ(qv::ReadSignedValue(L"-2147483649"), INT_MIN);
+    EXPECT_EQ(std::tuple(qv::ReadSignedValue(L" -12x"), qv::ReadSignedValue(L"-2147483649")), std::tuple(-12, INT_MIN));
     EXPECT_EQ(qv::ReadUnsignedValue(L"4294967296"), 4294967295u);
     const qv::SeparatorConversion comma(L',');
-    EXPECT_EQ(qv::ReadDecimalValue(L"1,5", comma), 1.5);
-    EXPECT_EQ(qv::ReadDecimalValue(L"2.5e", comma), 2.5);  // as far as it is a number
+    // "2.5e" is read as far as it is a number.
+    EXPECT_EQ(std::pair(qv::ReadDecimalValue(L"1,5", comma), qv::ReadDecimalValue(L"2.5e", comma)),
+              std::pair(1.5, 2.5));
     EXPECT_TRUE(std::isinf(qv::ReadDecimalValue(L"1e999", comma)));
 
     // SetValue's text, and whether the (5, 2) field takes it.

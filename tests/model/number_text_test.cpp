@@ -33,22 +33,13 @@ TEST(ParseLocaleDouble, AcceptsOnlyWellFormedNumbers) {
     }
 }
 
-struct FormatCase {
-    const wchar_t* format;
-    double value;
-    const wchar_t* text;  // nullptr: refused
-};
+// text nullptr: refused
+struct FormatCase { const wchar_t* format; double value; const wchar_t* text; };
 
 const FormatCase kFormatCases[] = {
-    {L"%g", 1.5, L"1,5"},
-    {L"%.3f", -2.0, L"-2,000"},
-    {L"%e", 12345.678, L"1,234568e+04"},
-    {L"%5.2e", 1e-300, L"1,00e-300"},
-    {L"%G", 1e-20, L"1E-20"},
-    {L"%+08.2lf", 3.14159, L"+0003,14"},
-    {L"%-8.1f|", 2.25, L"2,2     |"},
-    {L"%#.0f", 3.0, L"3,"},
-    {L"\u20AC %.1f %% v.", 0.25, L"\u20AC 0,2 % v."},
+    {L"%g", 1.5, L"1,5"}, {L"%.3f", -2.0, L"-2,000"}, {L"%e", 12345.678, L"1,234568e+04"},
+    {L"%5.2e", 1e-300, L"1,00e-300"}, {L"%G", 1e-20, L"1E-20"}, {L"%+08.2lf", 3.14159, L"+0003,14"},
+    {L"%-8.1f|", 2.25, L"2,2     |"}, {L"%#.0f", 3.0, L"3,"}, {L"\u20AC %.1f %% v.", 0.25, L"\u20AC 0,2 % v."},
     {L"", 1.0, nullptr},     {L"50%%", 1.0, nullptr},  {L"%f %f", 1.0, nullptr},
     {L"%d", 1.0, nullptr},   {L"%s", 1.0, nullptr},    {L"%a", 1.0, nullptr},
     {L"%*f", 1.0, nullptr},  {L"%Lf", 1.0, nullptr},   {L"%.1000f", 1.0, nullptr},
@@ -74,9 +65,8 @@ TEST(CheckRangeText, ClosedRange) {
 
 TEST(CheckCharacters0to9AtoZ, DigitsAndUpperLetters) {
     for (const wchar_t* good : {L"", L"AZ09QX7"}) EXPECT_TRUE(qv::CheckCharacters0to9AtoZ(good)) << good;
-    for (const wchar_t* bad : {L"a", L"AB C", L"A-1", L"\u00C4", L"@", L"[", L"/", L":"}) {
+    for (const wchar_t* bad : {L"a", L"AB C", L"A-1", L"\u00C4", L"@", L"[", L"/", L":"})
         EXPECT_FALSE(qv::CheckCharacters0to9AtoZ(bad)) << bad;
-    }
 }
 
 }  // namespace

@@ -34,9 +34,7 @@ TEST(Placement, SizesTheBox) {
 
 struct PlaceCase {
     TipPoint cursor;
-    int width;
-    int direction;
-    int anchorOffset;
+    int width, direction, anchorOffset;
     std::uint32_t styles;
     TipRect rect;
     int finalDirection;
@@ -84,9 +82,8 @@ TEST(Placement, ShapesTheRegion) {
         {{0, 0, 100, 50}, {95, 50}, 0, qv::kTipStyleAnchor, {{0, 0, 101, 43}, true, {{{95, 43}, {85, 43}, {95, 50}}}, false, {}}},
         {{0, 0, 100, 50}, {5, 50}, 1, qv::kTipStyleAnchor, {{0, 0, 101, 43}, true, {{{5, 43}, {15, 43}, {5, 50}}}, false, {}}},
     };
-    for (const auto& c : kCases) {
+    for (const auto& c : kCases)
         EXPECT_EQ(qv::CalculateRegionShape(c.placed, c.cursor, c.direction, c.styles, shape), c.region) << c.direction;
-    }
 }
 
 TEST(Placement, PlacesTheTextInsideTheBox) {
@@ -94,14 +91,12 @@ TEST(Placement, PlacesTheTextInsideTheBox) {
     shape.anchorHeight = 8;
     const qv::TipRect client{0, 0, 102, 60};
     const std::tuple<int, std::uint32_t, TipRect> kCases[] = {
-        {3, 0, {3, 9, 99, 59}},
-        {1, qv::kTipStyleShadow, {3, 1, 96, 48}},
+        {3, 0, {3, 9, 99, 59}}, {1, qv::kTipStyleShadow, {3, 1, 96, 48}},
         {1, qv::kTipStyleShadow | qv::kTipStyleVCenter, {3, 14, 96, 48}},
         {3, qv::kTipStyleBottom | qv::kTipStyleVCenter, {3, 39, 99, 59}},
     };
-    for (const auto& [direction, styles, rect] : kCases) {
+    for (const auto& [direction, styles, rect] : kCases)
         EXPECT_EQ(qv::CalculateTextRect(client, {60, 20}, direction, styles, shape), rect) << styles;
-    }
 }
 
 }  // namespace

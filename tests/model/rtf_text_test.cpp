@@ -8,11 +8,9 @@ struct RtfCase { const wchar_t* rtf; const wchar_t* text; };
 
 const RtfCase kRtfCases[] = {
     // Groups, control words, delimiting space and parameters.
-    {L"{\\rtf1\\ansi{\\b bold} plain}", L"bold plain"},
-    {L"  \r\n{\\rtf1 a\\fs-24 b\\f0c}", L"abc"},
+    {L"{\\rtf1\\ansi{\\b bold} plain}", L"bold plain"}, {L"  \r\n{\\rtf1 a\\fs-24 b\\f0c}", L"abc"},
     {L"{\\rtf1 a\\fs99999999999999999999 b\\u99999999999 c}", L"ab"},
-    {L"{\\rtf1 a\\par b\\line c\\tab d}", L"a\r\nb\r\nc\td"},
-    {L"{\\rtf1 a\r\nb\\\nc}", L"ab\r\nc"},
+    {L"{\\rtf1 a\\par b\\line c\\tab d}", L"a\r\nb\r\nc\td"}, {L"{\\rtf1 a\r\nb\\\nc}", L"ab\r\nc"},
     {L"{\\rtf1 x\\cell y\\cell\\row z}", L"x\ty\t\r\nz"},
     // Control symbols.
     {L"{\\rtf1 \\\\\\{\\}\\~\\-\\_}", L"\\{}\u00A0\u2011"},
@@ -24,8 +22,7 @@ const RtfCase kRtfCases[] = {
     // \u with fallbacks of different lengths, group scoping and negative values.
     {L"{\\rtf1 \\u8364?x}", L"\u20ACx"},
     {L"{\\rtf1 \\uc2\\u8364\\'80\\'80x{\\uc0\\u233 y}\\u233 ??z}", L"\u20ACx\u00E9y\u00E9z"},
-    {L"{\\rtf1 \\u-3980?}", L"\uF074"},
-    {L"{\\rtf1 \\uc3\\u233 a{b}}", L"\u00E9b"},
+    {L"{\\rtf1 \\u-3980?}", L"\uF074"}, {L"{\\rtf1 \\uc3\\u233 a{b}}", L"\u00E9b"},
     {L"{\\rtf1{\\uc2\\u233}ab}", L"\u00E9ab"},
     // Hidden destinations with nested groups; visible text around them.
     {L"{\\rtf1{\\fonttbl{\\f0 Arial;}}{\\colortbl;\\red0;}{\\*\\generator x;}A"

@@ -3,6 +3,7 @@
 // cycle, and colours that reach a prompt caption or inner prompt.
 #include "controls/base_buttons.h"
 
+#include <tuple>
 #include <vector>
 
 #include "controls/base_readonly.h"
@@ -21,13 +22,6 @@ std::pair<COLORREF, COLORREF> Painted(HWND parent, HWND control) {
     return colours;
 }
 
-LRESULT CALLBACK RecordFocusNotes(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR ref) {
-    const auto* hdr = reinterpret_cast<const NMHDR*>(lp);
-    if (msg == WM_NOTIFY && hdr->code == static_cast<UINT>(NM_SETFOCUS) && wp == hdr->idFrom)
-        reinterpret_cast<std::vector<HWND>*>(ref)->push_back(hdr->hwndFrom);
-    return ::DefSubclassProc(hwnd, msg, wp, lp);
-}
-
 // A form with a push button, check boxes, a radio button, a read-only field
 // and a group box holding a check box.
 class ButtonsTest : public qvtest::HostTest {
@@ -42,7 +36,6 @@ protected:
         ASSERT_TRUE(group_.Create(L"Group", 6, At(200, 10, 200, 100), font_, host_, L"", false));
         ASSERT_TRUE(inner_.Create(L"Inside", 7, At(10, 30), font_, group_));
     }
-    HFONT font_ = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
     XBaseButton button_;
     XBaseCheckBox check_, inner_;
     XBaseTriCheckBox tri_;
@@ -70,7 +63,11 @@ TEST_F(ButtonsTest, TabEnterAndShiftTabMoveTheFocus) {
 
 TEST_F(ButtonsTest, FocusIsReportedToTheParentAlsoThroughAGroupBox) {
     std::vector<HWND> notes;
-    ::SetWindowSubclass(host_, RecordFocusNotes, 1, reinterpret_cast<DWORD_PTR>(&notes));
+    qvtest::MessageSpy spy(host_, [&](UINT msg, WPARAM wp, LPARAM lp) {
+        const auto* hdr = reinterpret_cast<const NMHDR*>(lp);
+        if (msg == WM_NOTIFY && hdr->code == static_cast<UINT>(NM_SETFOCUS) && wp == hdr->idFrom)
+            notes.push_back(hdr->hwndFrom);
+    });
     const std::pair<HWND, bool> cases[] = {
         {button_, false}, {check_, true}, {radio_, true}, {readOnly_, true}, {inner_, true}};
     for (const auto& [control, notifies] : cases) {
@@ -79,7 +76,6 @@ TEST_F(ButtonsTest, FocusIsReportedToTheParentAlsoThroughAGroupBox) {
         ::SetFocus(control);
         EXPECT_EQ(notes, notifies ? std::vector<HWND>{control} : std::vector<HWND>{}) << ::GetDlgCtrlID(control);
     }
-    ::RemoveWindowSubclass(host_, RecordFocusNotes, 1);
 }
 
 TEST_F(ButtonsTest, TriStateBoxCyclesThroughThreeStates) {
@@ -99,18 +95,10 @@ TEST_F(ButtonsTest, ColoursAndFontsReachTheBoxOrThePromptShowingTheText) {
     ASSERT_TRUE(field.Create(L"Value", 3, At(10, 200, 200, 30), font_, host_));
     HWND caption = ::GetWindow(captioned, GW_CHILD), prompt = ::GetWindow(field, GW_CHILD);
     EXPECT_EQ(qvtest::TextOf(caption), L"Captioned*");
-    {  // the whole caption shows on one line
-        HDC dc = ::GetDC(caption);
-        HGDIOBJ old = ::SelectObject(dc, font_);
-        SIZE extent{};
-        ::GetTextExtentPoint32W(dc, L"Captioned*", 10, &extent);
-        ::SelectObject(dc, old);
-        ::ReleaseDC(caption, dc);
-        RECT format{};
-        ::SendMessageW(caption, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&format));
-        EXPECT_GE(format.right - format.left, extent.cx);
-        EXPECT_EQ(::SendMessageW(caption, EM_GETLINECOUNT, 0, 0), 1);
-    }
+    RECT format{};  // the whole caption shows on one line
+    ::SendMessageW(caption, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&format));
+    EXPECT_GE(format.right - format.left, qvtest::TextExtent(caption, font_, L"Captioned*").cx);
+    EXPECT_EQ(::SendMessageW(caption, EM_GETLINECOUNT, 0, 0), 1);
     const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
     const struct { XBaseColor* colours; HWND parent, painted; std::pair<COLORREF, COLORREF> initial; } cases[] = {
         {&plain, host_, plain, {RGB(0, 0, 0), face}},
@@ -131,8 +119,7 @@ TEST_F(ButtonsTest, ColoursAndFontsReachTheBoxOrThePromptShowingTheText) {
     field.SetFont(big);
     EXPECT_GT(qv::Window::FromHandle(caption)->GetWindowRect().right, before.right);
     for (HWND inner : {caption, prompt}) EXPECT_EQ(reinterpret_cast<HFONT>(::SendMessageW(inner, WM_GETFONT, 0, 0)), big);
-    EXPECT_EQ(captioned.GetFont(), font_);
-    EXPECT_EQ(field.GetFont(), font_);
+    EXPECT_EQ(std::tuple(captioned.GetFont(), field.GetFont()), std::tuple(font_, font_));
     ::DestroyWindow(host_);
     ::DeleteObject(big);
 }

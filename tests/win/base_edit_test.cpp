@@ -5,6 +5,7 @@
 
 #include <commctrl.h>
 
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -12,37 +13,15 @@
 
 namespace {
 
+using qvtest::SelOf;
 using qvtest::TextOf;
 using qvtest::TypeChars;
 
-// The WM_NOTIFY codes the host window receives, with the sender.
-struct NotifyLog {
-    std::vector<std::pair<HWND, int>> entries;
-    explicit NotifyLog(HWND host) { ::SetWindowSubclass(host, &Proc, 1, reinterpret_cast<DWORD_PTR>(this)); }
-    static LRESULT CALLBACK Proc(HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR ref) {
-        if (msg == WM_NOTIFY) {
-            const auto* hdr = reinterpret_cast<const NMHDR*>(lp);
-            if (static_cast<UINT_PTR>(wp) == hdr->idFrom)
-                reinterpret_cast<NotifyLog*>(ref)->entries.emplace_back(hdr->hwndFrom, static_cast<int>(hdr->code));
-        }
-        return ::DefSubclassProc(h, msg, wp, lp);
-    }
-};
-
-class BaseEditTest : public qvtest::HostTest {
-protected:
-    RECT Row(int i) const { return RECT{10, 10 + 30 * i, 200, 34 + 30 * i}; }
-    HFONT font_ = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
-};
+using BaseEditTest = qvtest::HostTest;
 
 TEST_F(BaseEditTest, TypingKeepsTheLimitAndTheRestriction) {
-    struct Case {
-        int limit;
-        const wchar_t* before;  // set while the restriction is off
-        bool restricted;
-        const wchar_t* typed;
-        const wchar_t* text;
-    } cases[] = {
+    // before: set while the restriction is off
+    struct Case { int limit; const wchar_t* before; bool restricted; const wchar_t *typed, *text; } cases[] = {
         {5, L"ABCDE", false, L"F", L"ABCDE"},  {5, L"ABC", false, L"DEFG", L"ABCDE"},
         {99, L"XY", true, L"a", L"XYA"},       {99, L"AB", true, L"-", L"AB"},
         {99, L"A-B", true, L"-", L"AB-"},      {99, L"", true, L"ab1.c", L"AB1C"},
@@ -58,10 +37,8 @@ TEST_F(BaseEditTest, TypingKeepsTheLimitAndTheRestriction) {
         edit.SetSel(static_cast<int>(wcslen(c.before)), static_cast<int>(wcslen(c.before)));
         TypeChars(edit, c.typed);
         EXPECT_EQ(TextOf(edit), c.text);
-        int start = -1, end = -1;
-        edit.GetSel(start, end);
-        EXPECT_EQ(start, static_cast<int>(wcslen(c.text)));
-        EXPECT_EQ(end, start);
+        const int at = static_cast<int>(wcslen(c.text));
+        EXPECT_EQ(SelOf(edit), std::pair(at, at));
     }
 }
 
@@ -69,8 +46,7 @@ TEST_F(BaseEditTest, SettingTheTextCutsAndRestricts) {
     XBaseEdit edit;
     edit.SetMaxInputChar(3);
     ASSERT_TRUE(edit.Create(L"ABCDE", 100, Row(0), font_, host_));
-    EXPECT_EQ(TextOf(edit), L"ABC");
-    EXPECT_EQ(edit.GetTooltipText(), L"ABC");
+    EXPECT_EQ(std::tuple(TextOf(edit), edit.GetTooltipText()), std::tuple(L"ABC", L"ABC"));
     edit.ActivateInputMask09AZ(true);
     edit.SetWindowTextW(L"ab-c");
     EXPECT_EQ(TextOf(edit), L"");
@@ -82,16 +58,10 @@ TEST_F(BaseEditTest, ValidatesOnFocusLoss) {
         L"The validation pattern given is  :  \"  ^[0-9]+$  \" \nDigits only";
     const wchar_t* broken =
         L"The given validation pattern \" ( \"  is not valid. Please change it in configuration tool.";
-    struct Case {
-        const wchar_t* pattern;
-        const wchar_t* text;
-        const wchar_t* caption;  // nullptr: no box
-        const wchar_t* message;
-    } cases[] = {
-        {L"^[0-9]+$", L"12a", L"Invalid entry", mismatch},
-        {L"^[0-9]+$", L"123", nullptr, nullptr},
-        {L"^[0-9]+$", L"", nullptr, nullptr},
-        {L"", L"abc", nullptr, nullptr},
+    // caption nullptr: no box
+    struct Case { const wchar_t *pattern, *text, *caption, *message; } cases[] = {
+        {L"^[0-9]+$", L"12a", L"Invalid entry", mismatch}, {L"^[0-9]+$", L"123", nullptr, nullptr},
+        {L"^[0-9]+$", L"", nullptr, nullptr}, {L"", L"abc", nullptr, nullptr},
         {L"(", L"abc", L"Invalid entry in configuration tool", broken},
     };
     for (const Case& c : cases) {
@@ -113,16 +83,20 @@ TEST_F(BaseEditTest, ValidatesOnFocusLoss) {
             continue;
         }
         ASSERT_EQ(rec_->boxes.boxes.size(), 1u);
-        EXPECT_EQ(rec_->boxes.boxes[0].caption, c.caption);
-        EXPECT_EQ(rec_->boxes.boxes[0].text, c.message);
-        EXPECT_EQ(rec_->boxes.boxes[0].type & MB_ICONMASK, static_cast<UINT>(MB_ICONWARNING));
+        const qvtest::RecordedBox& box = rec_->boxes.boxes[0];
+        EXPECT_EQ(std::tie(box.caption, box.text), std::tuple(c.caption, c.message));
+        EXPECT_EQ(box.type & MB_ICONMASK, static_cast<UINT>(MB_ICONWARNING));
         EXPECT_EQ(::GetFocus(), other.m_hWnd);  // the focus is not taken back ...
         EXPECT_EQ(TextOf(edit), c.text);         // ... and the text stays
     }
 }
 
 TEST_F(BaseEditTest, TabMovesOnAndSelectsEnterMakesALineTheParentHearsOfTheFocus) {
-    NotifyLog log(host_);
+    std::vector<std::pair<HWND, int>> notes;  // the WM_NOTIFY codes the host receives, with the sender
+    qvtest::MessageSpy spy(host_, [&](UINT msg, WPARAM wp, LPARAM lp) {
+        const auto* hdr = reinterpret_cast<const NMHDR*>(lp);
+        if (msg == WM_NOTIFY && wp == hdr->idFrom) notes.emplace_back(hdr->hwndFrom, static_cast<int>(hdr->code));
+    });
     XBaseMultiLineEdit lines;
     XBaseEdit next;
     ASSERT_TRUE(lines.Create(L"one", 100, RECT{10, 10, 200, 80}, font_, host_));
@@ -140,20 +114,16 @@ TEST_F(BaseEditTest, TabMovesOnAndSelectsEnterMakesALineTheParentHearsOfTheFocus
     }
     EXPECT_EQ(::GetFocus(), next.m_hWnd);
     EXPECT_EQ(TextOf(lines), L"one\r\ntwo");
-    int start = -1, end = -1;
-    next.GetSel(start, end);  // arriving by Tab selects everything
-    EXPECT_EQ(std::pair(start, end), std::pair(0, 5));
+    EXPECT_EQ(SelOf(next), std::pair(0, 5));  // arriving by Tab selects everything
 
     lines.SetFocus();
     next.SetSel(1, 1);
     next.SetFocus();  // not by Tab: the selection stays as it was
-    next.GetSel(start, end);
-    EXPECT_EQ(start, 1);
-    EXPECT_EQ(end, 1);
+    EXPECT_EQ(SelOf(next), std::pair(1, 1));
 
     const std::vector<std::pair<HWND, int>> expected{
         {lines, NM_SETFOCUS}, {next, NM_SETFOCUS}, {lines, NM_SETFOCUS}, {next, NM_SETFOCUS}};
-    EXPECT_EQ(log.entries, expected);
+    EXPECT_EQ(notes, expected);
 }
 
 TEST_F(BaseEditTest, ColourVariantAnswersWithItsColours) {
@@ -163,8 +133,7 @@ TEST_F(BaseEditTest, ColourVariantAnswersWithItsColours) {
     const auto brush = reinterpret_cast<HBRUSH>(
         ::SendMessageW(host_, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(edit.m_hWnd)));
     EXPECT_EQ(brush, edit.Scheme().Brush());
-    EXPECT_EQ(::GetTextColor(dc), RGB(8, 0, 0));
-    EXPECT_EQ(::GetBkColor(dc), ::GetSysColor(COLOR_WINDOW));
+    EXPECT_EQ(std::tuple(::GetTextColor(dc), ::GetBkColor(dc)), std::tuple(RGB(8, 0, 0), ::GetSysColor(COLOR_WINDOW)));
     ::DeleteDC(dc);
 
     // Each new background replaces the brush: the earlier ones are deleted.
@@ -174,8 +143,7 @@ TEST_F(BaseEditTest, ColourVariantAnswersWithItsColours) {
         edit.SetBkColor(c);
         brushes.push_back(edit.Scheme().Brush());
     }
-    EXPECT_EQ(::GetObjectType(brushes[0]), 0u);
-    EXPECT_EQ(::GetObjectType(brushes[1]), 0u);
+    EXPECT_EQ(::GetObjectType(brushes[0]) + ::GetObjectType(brushes[1]), 0u);
     LOGBRUSH lb{};
     ASSERT_EQ(::GetObjectW(brushes[2], sizeof(lb), &lb), static_cast<int>(sizeof(lb)));
     EXPECT_EQ(lb.lbColor, RGB(0, 0, 128));

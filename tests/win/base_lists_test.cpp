@@ -13,11 +13,10 @@ namespace {
 
 using qvtest::TypeChars;
 
-class BaseListsTest : public qvtest::HostTest {
-protected:
-    RECT Row(int i, int height = 24) const { return RECT{10, 10 + 40 * i, 250, 10 + 40 * i + height}; }
-    HFONT font_ = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
-};
+using BaseListsTest = qvtest::HostTest;
+
+// Rows 40 pixels apart for fields `height` high (the drop-down lists included).
+RECT ListRow(int i, int height = 24) { return RECT{10, 10 + 40 * i, 250, 10 + 40 * i + height}; }
 
 // One of each field, in tab order, ids 1 to 6.
 struct Form {
@@ -29,11 +28,10 @@ struct Form {
     XBaseCheckListBox checks;
 
     bool Create(HWND host, HFONT font) {
-        auto row = [](int i, int height) { return RECT{10, 10 + 40 * i, 250, 10 + 40 * i + height}; };
-        return edit.Create(L"Edit text", 1, row(0, 24), font, host) &&
-               lines.Create(L"", 2, row(1, 36), font, host) && combo.Create(L"", 3, row(2, 120), font, host) &&
-               editCombo.Create(L"typed", 4, row(3, 120), font, host) &&
-               list.Create(L"", 5, row(4, 36), font, host) && checks.Create(L"", 6, row(5, 60), font, host);
+        return edit.Create(L"Edit text", 1, ListRow(0), font, host) &&
+               lines.Create(L"", 2, ListRow(1, 36), font, host) && combo.Create(L"", 3, ListRow(2, 120), font, host) &&
+               editCombo.Create(L"typed", 4, ListRow(3, 120), font, host) &&
+               list.Create(L"", 5, ListRow(4, 36), font, host) && checks.Create(L"", 6, ListRow(5, 60), font, host);
     }
 };
 
@@ -42,8 +40,8 @@ TEST_F(BaseListsTest, NoFieldWithoutALiveParent) {
     ::DestroyWindow(gone);
     Form late;
     EXPECT_FALSE(late.Create(gone, font_));
-    EXPECT_FALSE(late.combo.Create(L"", 3, Row(0), font_, nullptr));
-    EXPECT_FALSE(late.checks.Create(L"", 6, Row(0), font_, gone));
+    EXPECT_FALSE(late.combo.Create(L"", 3, ListRow(0), font_, nullptr));
+    EXPECT_FALSE(late.checks.Create(L"", 6, ListRow(0), font_, gone));
 }
 
 TEST_F(BaseListsTest, TabAndEnterWalkThroughTheForm) {
@@ -77,17 +75,14 @@ TEST_F(BaseListsTest, TabAndEnterWalkThroughTheForm) {
 
 TEST_F(BaseListsTest, TheMouseReachesTheTooltipWithoutTheHostsHelp) {
     // Tooltips are on when the settings give them a display time.
-    auto& settings = qv::Services::DefaultSettings();
-    settings.Set(L"Common", L"tooltipdelaytime", L"5");
+    qv::Services::DefaultSettings().Set(L"Common", L"tooltipdelaytime", L"5");
     XTooltip::ResetProcessSettings();
     Form form;
     ASSERT_TRUE(form.Create(host_, font_));
-    const struct {
-        HWND hovered;  // the combo box's edit part for the combo box
-        XTooltip* tooltip;
-    } cases[] = {{form.edit, form.edit.GetTooltip()},
-                 {form.editCombo.GetEditPart(), form.editCombo.GetTooltip()},
-                 {form.checks, form.checks.GetTooltip()}};
+    // hovered: the combo box's edit part for the combo box
+    const struct { HWND hovered; XTooltip* tooltip; } cases[] = {
+        {form.edit, form.edit.GetTooltip()}, {form.editCombo.GetEditPart(), form.editCombo.GetTooltip()},
+        {form.checks, form.checks.GetTooltip()}};
     for (const auto& c : cases) {
         SCOPED_TRACE(::GetDlgCtrlID(c.hovered));
         ASSERT_TRUE(c.tooltip && c.tooltip->IsWindow());
@@ -95,25 +90,17 @@ TEST_F(BaseListsTest, TheMouseReachesTheTooltipWithoutTheHostsHelp) {
         RECT rc{};
         ::GetWindowRect(c.hovered, &rc);
         ::SetCursorPos(rc.left + 5, rc.top + 5);
-        bool shown = false;
-        for (int i = 0; i < 100 && !shown; ++i) {
-            qvtest::Pump(10);
-            shown = c.tooltip->IsVisible() != FALSE;
-        }
-        EXPECT_TRUE(shown);
+        EXPECT_TRUE(qvtest::WaitFor([&] { return c.tooltip->IsVisible() != FALSE; }, 1000));
         c.tooltip->Pop();
     }
-    settings.ClearStore();
-    XTooltip::ResetProcessSettings();
 }
 
 TEST_F(BaseListsTest, TooltipTexts) {
     XBaseCheckListBox checks;
-    ASSERT_TRUE(checks.Create(L"", 1, Row(0, 120), font_, host_));
+    ASSERT_TRUE(checks.Create(L"", 1, ListRow(0, 120), font_, host_));
     EXPECT_EQ(checks.GetTooltipText(), L"0 of 0 selected");
     ASSERT_TRUE(checks.SetCheckStyle(BS_AUTO3STATE));
-    const int states[] = {1, 0, 1, 2, 1};
-    for (int state : states) checks.SetCheck(checks.AddString(L"item"), state);
+    for (int state : {1, 0, 1, 2, 1}) checks.SetCheck(checks.AddString(L"item"), state);
     EXPECT_EQ(checks.CreateTooltip(), 0);
     EXPECT_EQ(checks.GetTooltipText(), L"3 of 5 selected");
     ASSERT_NE(checks.GetTooltip(), nullptr);
@@ -123,7 +110,7 @@ TEST_F(BaseListsTest, TooltipTexts) {
     EXPECT_EQ(tool.szText, L"3 of 5 selected");
 
     XBaseComboBox combo;
-    ASSERT_TRUE(combo.Create(L"", 2, Row(1, 120), font_, host_));
+    ASSERT_TRUE(combo.Create(L"", 2, ListRow(1, 120), font_, host_));
     combo.SetCurSel(combo.AddString(L"Second choice"));
     combo.CreateTooltip();
     EXPECT_EQ(combo.GetTooltipText(), L"Second choice");
@@ -133,7 +120,7 @@ TEST_F(BaseListsTest, TooltipTexts) {
 
 TEST_F(BaseListsTest, CheckListPaintsInItsOwnColours) {
     XBaseReadOnlyCheckListBox checks;
-    ASSERT_TRUE(checks.Create(L"", 1, Row(0, 120), font_, host_));
+    ASSERT_TRUE(checks.Create(L"", 1, ListRow(0, 120), font_, host_));
     // What the screen shows below the (missing) items.
     auto emptyArea = [&] {
         ::RedrawWindow(checks, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
@@ -157,30 +144,17 @@ TEST_F(BaseListsTest, ColouredComboDropsTenOrFiveRows) {
         SCOPED_TRACE(c.fontHeight);
         HFONT font = ::CreateFontW(c.fontHeight, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, L"Tahoma");
         XBaseComboBoxColor combo;
-        ASSERT_TRUE(combo.Create(L"", 1, Row(0, 100), font, host_));
+        ASSERT_TRUE(combo.Create(L"", 1, ListRow(0, 100), font, host_));
         combo.AddString(L"short");
         combo.AddString(L"a considerably longer item than the combo box is wide");
-        {
-            HDC dc = ::GetDC(combo);
-            HGDIOBJ old = ::SelectObject(dc, font);
-            SIZE w{};
-            ::GetTextExtentPoint32W(dc, L"W", 1, &w);
-            ::SelectObject(dc, old);
-            ::ReleaseDC(combo, dc);
-            ASSERT_EQ(w.cy, c.fontHeight);
-        }
+        ASSERT_EQ(qvtest::TextExtent(combo, font, L"W").cy, c.fontHeight);
         // The height asked for as the list drops (the combo box itself then
         // keeps its field's height and gives the rest to the list).
-        static int asked;
-        asked = 0;
-        ::SetWindowSubclass(
-            combo,
-            [](HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR) -> LRESULT {
-                const auto* pos = reinterpret_cast<const WINDOWPOS*>(lp);
-                if (msg == WM_WINDOWPOSCHANGING && !(pos->flags & SWP_NOSIZE)) asked = (std::max)(asked, pos->cy);
-                return ::DefSubclassProc(h, msg, wp, lp);
-            },
-            1, 0);
+        int asked = 0;
+        qvtest::MessageSpy spy(combo, [&](UINT msg, WPARAM, LPARAM lp) {
+            const auto* pos = reinterpret_cast<const WINDOWPOS*>(lp);
+            if (msg == WM_WINDOWPOSCHANGING && !(pos->flags & SWP_NOSIZE)) asked = (std::max)(asked, pos->cy);
+        });
         combo.ShowDropDown(true);
         EXPECT_EQ(asked, c.dropped);
         EXPECT_GT(combo.SendMessage(CB_GETDROPPEDWIDTH), 240);
@@ -192,8 +166,8 @@ TEST_F(BaseListsTest, ColouredComboDropsTenOrFiveRows) {
 
 TEST_F(BaseListsTest, TabbedCheckListStopsAndDrawing) {
     XTabCheckListBox tabbed;
-    ASSERT_TRUE(tabbed.Create(WS_CHILD | WS_VISIBLE | WS_BORDER | LBS_OWNERDRAWVARIABLE | LBS_HASSTRINGS, Row(0, 120),
-                              host_, 1));
+    ASSERT_TRUE(tabbed.Create(WS_CHILD | WS_VISIBLE | WS_BORDER | LBS_OWNERDRAWVARIABLE | LBS_HASSTRINGS,
+                              ListRow(0, 120), host_, 1));
     HFONT wide = ::CreateFontW(16, 8, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, L"Tahoma");
     tabbed.SetFont(wide);
     EXPECT_EQ(tabbed.GetAverageCharWidths(), 8);  // the font's own width
@@ -212,15 +186,12 @@ TEST_F(BaseListsTest, TabbedCheckListStopsAndDrawing) {
     tabbed.AddString(L"a\tb");
     tabbed.UpdateWindow();
     ASSERT_FALSE(log.Entries().empty());
-    const qv::LogEntry& entry = log.Entries().back();
-    EXPECT_EQ(entry.function, L" XTabCheckListBox::DrawItem()");
-    EXPECT_EQ(entry.line, 2073u);
-    EXPECT_EQ(entry.message, L"VERIFY(cyItem >= CalcMinimumItemHeight())");
-    EXPECT_EQ(entry.hr, static_cast<long>(E_FAIL));
+    EXPECT_EQ(qvtest::Describe(log.Entries().back()),
+              L"Quorvel| XTabCheckListBox::DrawItem()|2073|VERIFY(cyItem >= CalcMinimumItemHeight())|80004005");
 
     log.Clear();
     XTabCheckListBox fixed;
-    ASSERT_TRUE(fixed.Create(WS_CHILD | WS_VISIBLE | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, Row(4, 60), host_, 2));
+    ASSERT_TRUE(fixed.Create(WS_CHILD | WS_VISIBLE | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, ListRow(4, 60), host_, 2));
     fixed.AddString(L"a\tb");
     fixed.UpdateWindow();
     EXPECT_TRUE(log.Entries().empty());

@@ -2,6 +2,9 @@
 // item height, and per-item states that follow the list's items.
 #include "platform/checklistbox.h"
 
+#include <optional>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "platform/gdi.h"
@@ -10,16 +13,6 @@
 namespace {
 
 using qvtest::HostTest;
-
-// CLBN_CHKCHANGE notifications that reached the host window.
-struct Notice { int id; HWND from; };
-std::vector<Notice> g_notices;
-
-LRESULT CALLBACK RecordChecks(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR) {
-    if (msg == WM_COMMAND && HIWORD(wp) == CLBN_CHKCHANGE)
-        g_notices.push_back({LOWORD(wp), reinterpret_cast<HWND>(lp)});
-    return ::DefSubclassProc(hwnd, msg, wp, lp);
-}
 
 // Records where the text part of each item is drawn, and asks for a taller
 // item than the minimum when told to.
@@ -42,9 +35,13 @@ class CheckListBoxTest : public HostTest {
 protected:
     void SetUp() override {
         HostTest::SetUp();
-        g_notices.clear();
-        ::SetWindowSubclass(host_, RecordChecks, 1, 0);
+        spy_.emplace(host_, [this](UINT msg, WPARAM wp, LPARAM lp) {
+            if (msg == WM_COMMAND && HIWORD(wp) == CLBN_CHKCHANGE)
+                notices_.emplace_back(LOWORD(wp), reinterpret_cast<HWND>(lp));
+        });
     }
+    std::vector<std::pair<int, HWND>> notices_;  // CLBN_CHKCHANGE notifications that reached the host
+    std::optional<qvtest::MessageSpy> spy_;
     void Fill(qv::CheckListBox& list, DWORD style = 0) {
         ASSERT_TRUE(list.Create(WS_CHILD | WS_VISIBLE | WS_BORDER | LBS_NOTIFY | style, RECT{10, 10, 210, 200}, host_, 300));
         for (const wchar_t* s : {L"alpha", L"beta", L"gamma"}) list.AddString(s);
@@ -61,14 +58,9 @@ protected:
 };
 
 TEST_F(CheckListBoxTest, ClicksToggleOnlyOnTheBoxOfAnEnabledItem) {
-    struct Case {
-        const char* what;
-        UINT checkStyle;
-        bool disable;
-        int dx;
-        std::vector<int> states;  // the item's state after each of three clicks
-        size_t notices;
-    } cases[] = {
+    // states: the item's state after each of three clicks
+    struct Case { const char* what; UINT checkStyle; bool disable; int dx; std::vector<int> states; size_t notices; };
+    const Case cases[] = {
         {"box, two-state", BS_AUTOCHECKBOX, false, kOnBox, {1, 0, 1}, 3},
         {"box, three-state", BS_AUTO3STATE, false, kOnBox, {1, 2, 0}, 3},
         {"text", BS_AUTOCHECKBOX, false, kOnText, {0, 0, 0}, 0},
@@ -78,7 +70,7 @@ TEST_F(CheckListBoxTest, ClicksToggleOnlyOnTheBoxOfAnEnabledItem) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        g_notices.clear();
+        notices_.clear();
         qv::CheckListBox list;
         Fill(list);
         ASSERT_TRUE(list.SetCheckStyle(c.checkStyle));
@@ -87,32 +79,23 @@ TEST_F(CheckListBoxTest, ClicksToggleOnlyOnTheBoxOfAnEnabledItem) {
             Click(list, 1, c.dx);
             EXPECT_EQ(list.GetCheck(1), expected);
         }
-        EXPECT_EQ(list.GetCheck(0), 0);
-        EXPECT_EQ(list.GetCheck(2), 0);
-        ASSERT_EQ(g_notices.size(), c.notices);
-        for (const Notice& n : g_notices) {
-            EXPECT_EQ(n.id, 300);
-            EXPECT_EQ(n.from, list.m_hWnd);
-        }
+        EXPECT_EQ(std::tuple(list.GetCheck(0), list.GetCheck(2)), std::tuple(0, 0));
+        ASSERT_EQ(notices_.size(), c.notices);
+        for (const auto& n : notices_) EXPECT_EQ(n, std::pair(300, list.m_hWnd));
         EXPECT_EQ(list.GetCurSel(), c.disable ? LB_ERR : 1) << "a click selects unless the item is disabled";
     }
 }
 
 TEST_F(CheckListBoxTest, SpaceTogglesTheSelectedItems) {
-    struct Case {
-        const char* what;
-        DWORD style;
-        std::vector<int> selected;  // the last one has the caret
-        std::vector<int> after;     // states of the three items after Space
-    } cases[] = {
+    // selected: the last one has the caret; after: states of the three items after Space
+    struct Case { const char* what; DWORD style; std::vector<int> selected; std::vector<int> after; } cases[] = {
         {"single selection", 0, {2}, {0, 0, 1}},
         {"extended selection", LBS_EXTENDEDSEL, {0, 2}, {1, 0, 1}},
-        {"multiple selection", LBS_MULTIPLESEL, {1}, {0, 1, 0}},
-        {"nothing selected", 0, {}, {0, 0, 0}},
+        {"multiple selection", LBS_MULTIPLESEL, {1}, {0, 1, 0}}, {"nothing selected", 0, {}, {0, 0, 0}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        g_notices.clear();
+        notices_.clear();
         qv::CheckListBox list;
         Fill(list, c.style);
         for (int i : c.selected) {
@@ -122,7 +105,7 @@ TEST_F(CheckListBoxTest, SpaceTogglesTheSelectedItems) {
         if (!c.selected.empty()) list.SetCaretIndex(c.selected.back());
         list.SendMessage(WM_KEYDOWN, VK_SPACE, 1);
         for (int i = 0; i < 3; ++i) EXPECT_EQ(list.GetCheck(i), c.after[i]) << "item " << i;
-        EXPECT_EQ(g_notices.size(), c.selected.empty() ? 0u : 1u);
+        EXPECT_EQ(notices_.size(), c.selected.empty() ? 0u : 1u);
         if (c.selected.empty()) continue;  // then Space is the list box's own
         if (c.style) EXPECT_EQ(list.GetSelCount(), static_cast<int>(c.selected.size())) << "selection kept";
         else EXPECT_EQ(list.GetCurSel(), c.selected[0]) << "selection kept";
@@ -142,16 +125,13 @@ TEST_F(CheckListBoxTest, IndeterminateNeedsAThreeStateStyle) {
     ASSERT_TRUE(list.SetCheckStyle(BS_AUTOCHECKBOX));
     Click(list, 0, kOnBox);
     EXPECT_EQ(list.GetCheck(0), 0);
-    EXPECT_FALSE(list.SetCheck(3, 1));
-    EXPECT_FALSE(list.SetCheck(0, 3));
-    EXPECT_EQ(list.GetCheck(3), -1);
+    EXPECT_FALSE(list.SetCheck(3, 1) || list.SetCheck(0, 3));
+    EXPECT_EQ(std::tuple(list.GetCheck(3), list.GetCheck(0)), std::tuple(-1, 0));
 }
 
 TEST_F(CheckListBoxTest, ItemHeightIsAtLeastTheBoxAndTheFont) {
-    struct Case {
-        int fontHeight;  // LOGFONT height in pixels, 0 = no font set
-        UINT wanted;     // MeasureItem's answer, 0 = minimum
-    } cases[] = {{0, 0}, {-6, 0}, {-30, 0}, {-6, 40}, {-6, 4}};
+    // fontHeight: LOGFONT height in pixels, 0 = no font set; wanted: MeasureItem's answer, 0 = minimum
+    struct Case { int fontHeight; UINT wanted; } cases[] = {{0, 0}, {-6, 0}, {-30, 0}, {-6, 40}, {-6, 4}};
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.fontHeight << " " << c.wanted);
         RecordingList list;
@@ -169,18 +149,14 @@ TEST_F(CheckListBoxTest, ItemHeightIsAtLeastTheBoxAndTheFont) {
             ::GetTextMetricsW(dc, &tm);
         }
         const int minimum = std::max<int>(tm.tmHeight, qv::CheckListBox::kCheckSize + 2);
-        EXPECT_EQ(list.CalcMinimumItemHeight(), minimum);
-        EXPECT_EQ(list.GetItemHeight(0), std::max<int>(minimum, static_cast<int>(c.wanted)));
+        EXPECT_EQ(std::tuple(list.CalcMinimumItemHeight(), list.GetItemHeight(0)),
+                  std::tuple(minimum, std::max<int>(minimum, static_cast<int>(c.wanted))));
         list.DestroyWindow();
     }
 }
 
 TEST_F(CheckListBoxTest, StatesFollowInsertsAndDeletes) {
-    struct Step {
-        const char* what;
-        void (*apply)(qv::CheckListBox&);
-        std::vector<int> states;
-    } steps[] = {
+    struct Step { const char* what; void (*apply)(qv::CheckListBox&); std::vector<int> states; } steps[] = {
         {"insert at 1", [](qv::CheckListBox& l) { l.InsertString(1, L"new"); }, {1, 0, 0, 1}},
         {"delete 0", [](qv::CheckListBox& l) { l.DeleteString(0); }, {0, 0, 1}},
         {"append", [](qv::CheckListBox& l) { l.AddString(L"zeta"); }, {0, 0, 1, 0}},
@@ -204,19 +180,15 @@ TEST_F(CheckListBoxTest, SortedInsertKeepsTheStateWithItsItem) {
     qv::CheckListBox list;
     Fill(list, LBS_SORT);  // alpha beta gamma
     list.SetCheck(1, 1);   // beta
-    const int at = list.AddString(L"azure");
-    EXPECT_EQ(at, 1);
-    EXPECT_EQ(list.GetText(2), L"beta");
-    EXPECT_EQ(list.GetCheck(2), 1);
-    EXPECT_EQ(list.GetCheck(1), 0);
+    EXPECT_EQ(list.AddString(L"azure"), 1);
+    EXPECT_EQ(std::tuple(list.GetText(2), list.GetCheck(2), list.GetCheck(1)), std::tuple(L"beta", 1, 0));
 }
 
 TEST_F(CheckListBoxTest, AttachNeedsAnOwnerDrawnListWithStrings) {
     struct Case { const wchar_t* cls; DWORD style; bool attaches; } cases[] = {
         {L"LISTBOX", LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, true},
         {L"LISTBOX", LBS_OWNERDRAWVARIABLE | LBS_HASSTRINGS, true},
-        {L"LISTBOX", LBS_HASSTRINGS, false},
-        {L"LISTBOX", LBS_OWNERDRAWFIXED, false},
+        {L"LISTBOX", LBS_HASSTRINGS, false}, {L"LISTBOX", LBS_OWNERDRAWFIXED, false},
         {L"BUTTON", LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, false},
     };
     for (const Case& c : cases) {
@@ -226,8 +198,8 @@ TEST_F(CheckListBoxTest, AttachNeedsAnOwnerDrawnListWithStrings) {
         if (c.style & LBS_HASSTRINGS) ::SendMessageW(hwnd, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"there"));
         qv::CheckListBox list;
         EXPECT_EQ(list.SubclassDlgItem(400, host_), c.attaches);
-        if (c.attaches) {
-            EXPECT_EQ(list.GetCheck(0), 0) << "existing items get a state";
+        if (c.attaches) {  // existing items get a state
+            EXPECT_EQ(list.GetCheck(0), 0);
             EXPECT_GE(list.GetItemHeight(0), qv::CheckListBox::kCheckSize + 2);
         }
         list.Detach();

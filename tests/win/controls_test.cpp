@@ -3,6 +3,9 @@
 #include "platform/controls.h"
 
 #include "platform/datetime.h"
+
+#include <tuple>
+#include <utility>
 #include "support/host.h"
 
 namespace {
@@ -16,9 +19,7 @@ protected:
 
 TEST_F(ControlsTest, EditSelectionAndReplacement) {
     struct Case { int start, end; const wchar_t* insert; const wchar_t* text; int caret; } cases[] = {
-        {0, 5, L"HELLO", L"HELLO world", 5},
-        {6, 11, L"", L"hello ", 6},
-        {11, 11, L"!", L"hello world!", 12},
+        {0, 5, L"HELLO", L"HELLO world", 5}, {6, 11, L"", L"hello ", 6}, {11, 11, L"!", L"hello world!", 12},
         {5, 0, L",", L", world", 1},  // a reversed range is the same range
     };
     qv::Edit edit;
@@ -28,11 +29,8 @@ TEST_F(ControlsTest, EditSelectionAndReplacement) {
         edit.SetWindowText(L"hello world");
         edit.SetSel(c.start, c.end);
         edit.ReplaceSel(c.insert);
-        EXPECT_EQ(edit.GetWindowText(), c.text);
-        int s = -1, e = -1;
-        edit.GetSel(s, e);
-        EXPECT_EQ(s, c.caret);
-        EXPECT_EQ(e, c.caret);
+        EXPECT_EQ(std::tuple(edit.GetWindowText(), qvtest::SelOf(edit)),
+                  std::tuple(c.text, std::pair(c.caret, c.caret)));
         EXPECT_EQ(edit.GetSel(), static_cast<DWORD>(MAKELONG(c.caret, c.caret)));
     }
     edit.LimitText(4);
@@ -50,11 +48,8 @@ TEST_F(ControlsTest, ListViewColumnsItemsAndHeader) {
     EXPECT_EQ(list.GetColumnWidth(1), 120);
 
     const std::wstring longText(700, L'x');  // longer than the first read buffer
-    struct Row {
-        const wchar_t* name;
-        std::wstring value;
-        DWORD_PTR data;
-    } rows[] = {{L"one", L"1", 11}, {L"two", longText, 22}, {L"three", L"", 33}};
+    struct Row { const wchar_t* name; std::wstring value; DWORD_PTR data; } rows[] = {
+        {L"one", L"1", 11}, {L"two", longText, 22}, {L"three", L"", 33}};
     for (int i = 0; i < 3; ++i) {
         ASSERT_EQ(list.InsertItem(i, rows[i].name), i);
         EXPECT_TRUE(list.SetItemText(i, 1, rows[i].value.c_str()));
@@ -63,14 +58,13 @@ TEST_F(ControlsTest, ListViewColumnsItemsAndHeader) {
     ASSERT_EQ(list.GetItemCount(), 3);
     for (int i = 0; i < 3; ++i) {
         SCOPED_TRACE(i);
-        EXPECT_EQ(list.GetItemText(i, 0), rows[i].name);
-        EXPECT_EQ(list.GetItemText(i, 1), rows[i].value);
-        EXPECT_EQ(list.GetItemData(i), rows[i].data);
+        EXPECT_EQ(std::tuple(list.GetItemText(i, 0), list.GetItemText(i, 1), list.GetItemData(i)),
+                  std::tuple(rows[i].name, rows[i].value, rows[i].data));
     }
 
     list.SetItemState(1, LVIS_SELECTED, LVIS_SELECTED);
-    EXPECT_EQ(list.GetNextItem(-1, LVNI_SELECTED), 1);
-    EXPECT_EQ(list.GetItemState(1, LVIS_SELECTED), static_cast<UINT>(LVIS_SELECTED));
+    EXPECT_EQ(std::tuple(list.GetNextItem(-1, LVNI_SELECTED), list.GetItemState(1, LVIS_SELECTED)),
+              std::tuple(1, UINT{LVIS_SELECTED}));
 
     RECT cell{};
     ASSERT_TRUE(list.GetSubItemRect(2, 1, LVIR_BOUNDS, cell));
@@ -90,10 +84,8 @@ TEST_F(ControlsTest, ListViewColumnsItemsAndHeader) {
     ASSERT_TRUE(header.GetItem(1, &item));
     EXPECT_STREQ(text, L"Value");
 
-    EXPECT_TRUE(list.DeleteColumn(0));
-    EXPECT_EQ(header.GetItemCount(), 1);
-    EXPECT_TRUE(list.DeleteItem(0));
-    EXPECT_EQ(list.GetItemData(0), 22u);
+    EXPECT_TRUE(list.DeleteColumn(0) && list.DeleteItem(0));
+    EXPECT_EQ(std::tuple(header.GetItemCount(), list.GetItemData(0)), std::tuple(1, DWORD_PTR{22}));
     EXPECT_TRUE(list.DeleteAllItems());
     EXPECT_EQ(list.GetItemCount(), 0);
 }
@@ -106,9 +98,7 @@ TEST_F(ControlsTest, DatePickerWithShowNoneHoldsNoDate) {
 
     ASSERT_TRUE(picker.SetTime(&st));
     EXPECT_EQ(picker.GetTime(got), static_cast<DWORD>(GDT_VALID));
-    EXPECT_EQ(got.wYear, 2024);
-    EXPECT_EQ(got.wMonth, 2);
-    EXPECT_EQ(got.wDay, 29);
+    EXPECT_EQ(std::tuple(got.wYear, got.wMonth, got.wDay), std::tuple(2024, 2, 29));
 
     ASSERT_TRUE(picker.SetTime(nullptr));
     EXPECT_EQ(picker.GetTime(got), static_cast<DWORD>(GDT_NONE));
@@ -120,8 +110,7 @@ TEST_F(ControlsTest, DatePickerWithShowNoneHoldsNoDate) {
     ASSERT_TRUE(picker.SetTime(qv::OleDateTime(2001, 9, 8, 0, 0, 0)));
     ASSERT_TRUE(picker.GetTime(value));
     EXPECT_EQ(value.GetStatus(), qv::OleDateTime::valid);
-    EXPECT_EQ(value.GetYear(), 2001);
-    EXPECT_EQ(value.GetDay(), 8);
+    EXPECT_EQ(std::tuple(value.GetYear(), value.GetDay()), std::tuple(2001, 8));
     qv::OleDateTime none;
     none.SetStatus(qv::OleDateTime::null);
     ASSERT_TRUE(picker.SetTime(none));
@@ -136,8 +125,7 @@ TEST_F(ControlsTest, RichEditStreamsRtfInAndTextOut) {
     ASSERT_TRUE(rich.Create(WS_CHILD | WS_VISIBLE | ES_MULTILINE, rc_, host_, 106));
     const std::string rtf = "{\\rtf1\\ansi Hello \\b bold\\b0  world}";
     EXPECT_EQ(rich.StreamIn(SF_RTF, rtf), static_cast<long>(rtf.size()));
-    EXPECT_EQ(rich.StreamOut(SF_TEXT), "Hello bold world");
-    EXPECT_EQ(rich.GetTextLength(), 16);
+    EXPECT_EQ(std::tuple(rich.StreamOut(SF_TEXT), rich.GetTextLength()), std::tuple("Hello bold world", 16));
 
     rich.SetSel(6, 10);
     CHARFORMAT2W cf{};

@@ -9,12 +9,15 @@
 
 #include <functional>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "support/host.h"
 
 namespace {
 
+using qvtest::RectIn;
 using qvtest::TextOf;
 
 qv::OleDateTime Null() {
@@ -37,13 +40,6 @@ const qv::OleDateTime kFeb29(2023, 2, 29, 0, 0, 0);  // invalid
 
 // The read-only field answers one character more than it copies.
 std::wstring Text(HWND hwnd) { return TextOf(hwnd).c_str(); }
-
-RECT RectIn(HWND parent, HWND child) {
-    RECT r{};
-    ::GetWindowRect(child, &r);
-    ::MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&r), 2);
-    return r;
-}
 
 // Subclasses every picker created while it lives: records DTM_SETRANGE's
 // flags and, when asked, fails DTM_GETSYSTEMTIME.
@@ -70,58 +66,32 @@ struct PickerSpy {
     ~PickerSpy() { ::UnhookWindowsHookEx(hook); }
 };
 
-// Records what the host window is told: only the compound notifies it
-// here, always with a whole NMDATETIMECHANGE.
-struct NotifySpy {
-    static LRESULT CALLBACK Proc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR ref) {
-        if (msg == WM_NOTIFY)
-            reinterpret_cast<NotifySpy*>(ref)->seen.push_back(*reinterpret_cast<NMDATETIMECHANGE*>(lp));
-        return ::DefSubclassProc(hwnd, msg, wp, lp);
-    }
-    explicit NotifySpy(HWND host) : host(host) {
-        ::SetWindowSubclass(host, &Proc, 0x4E53, reinterpret_cast<DWORD_PTR>(this));
-    }
-    ~NotifySpy() { ::RemoveWindowSubclass(host, &Proc, 0x4E53); }
-    HWND host;
-    std::vector<NMDATETIMECHANGE> seen;
-};
-
 class DateFieldsTest : public qvtest::HostTest {
 protected:
-    void TearDown() override {
-        for (auto it = saved_.rbegin(); it != saved_.rend(); ++it)
-            ::SetLocaleInfoW(LOCALE_USER_DEFAULT, it->first, it->second.c_str());
-        HostTest::TearDown();
-    }
     // The user's date and time formats as a German or an English user has them.
     void UseLocale(bool german) {
-        const std::pair<LCTYPE, const wchar_t*> settings[] = {
-            {LOCALE_SSHORTDATE, german ? L"dd.MM.yyyy" : L"M/d/yyyy"},
-            {LOCALE_STIMEFORMAT, german ? L"HH:mm:ss" : L"h:mm:ss tt"},
-            {LOCALE_S1159, L"AM"},
-            {LOCALE_S2359, L"PM"}};
-        for (const auto& [type, value] : settings) {
-            wchar_t old[100] = {};
-            ::GetLocaleInfoW(LOCALE_USER_DEFAULT, type, old, 100);
-            saved_.emplace_back(type, old);
-            ASSERT_TRUE(::SetLocaleInfoW(LOCALE_USER_DEFAULT, type, value));
-        }
+        ASSERT_TRUE(locale_.Set(LOCALE_SSHORTDATE, german ? L"dd.MM.yyyy" : L"M/d/yyyy") &&
+                    locale_.Set(LOCALE_STIMEFORMAT, german ? L"HH:mm:ss" : L"h:mm:ss tt") &&
+                    locale_.Set(LOCALE_S1159, L"AM") && locale_.Set(LOCALE_S2359, L"PM"));
     }
     void MakeFrame(XBaseDateTime& frame) {
         ASSERT_TRUE(frame.Create(WS_CHILD | WS_VISIBLE, RECT{10, 10, 160, 34}, host_, 200));
     }
+    // A compound with ids 300 (itself), 301 (date) and 302 (time).
+    void MakeCompound(XMFCBaseDateTimeEdit& edit, RECT rc = RECT{10, 10, 250, 32}) {
+        unsigned int id = 300;
+        ASSERT_EQ(edit.Create(true, rc, host_, id, nullptr), 1);
+        EXPECT_EQ(id, 302u);
+    }
     const std::vector<qv::LogEntry>& Log() { return qv::Services::DefaultLogBook().Entries(); }
-    std::vector<std::pair<LCTYPE, std::wstring>> saved_;
+    qvtest::LocaleOverride locale_;
 };
 
 // ---- the framed picker ----------------------------------------------------------
 
 TEST_F(DateFieldsTest, InitShowsOnlyTheDateOfTheValueOrNoDate) {
-    struct Case {
-        int showNone;
-        bool null;
-        DWORD status;
-    } cases[] = {{1, true, GDT_NONE}, {1, false, GDT_VALID}, {0, false, GDT_VALID}};
+    struct Case { int showNone; bool null; DWORD status; } cases[] = {
+        {1, true, GDT_NONE}, {1, false, GDT_VALID}, {0, false, GDT_VALID}};
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << "showNone " << c.showNone << " null " << c.null);
         XBaseDateTime frame;
@@ -134,9 +104,9 @@ TEST_F(DateFieldsTest, InitShowsOnlyTheDateOfTheValueOrNoDate) {
         SYSTEMTIME st{};
         EXPECT_EQ(::SendMessageW(picker, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&st)), c.status);
         EXPECT_EQ(frame.IsNullDate(), c.null ? 1 : 0);
+        const bool timeKept = st.wHour == 0 && st.wMinute == 0 && st.wSecond == 1;  // the time of day is the picker's
         if (c.status == GDT_VALID) {
-            EXPECT_EQ(st.wYear * 10000 + st.wMonth * 100 + st.wDay, 20010203);
-            EXPECT_FALSE(st.wHour == 0 && st.wMinute == 0 && st.wSecond == 1) << "the time of day is the picker's";
+            EXPECT_EQ(std::tuple(st.wYear * 10000 + st.wMonth * 100 + st.wDay, timeKept), std::tuple(20010203, false));
         }
         EXPECT_TRUE(Log().empty());
     }
@@ -186,8 +156,7 @@ TEST_F(DateFieldsTest, ValueBeforeAndAfterInit) {
     EXPECT_TRUE(frame.SetValue(kMoment));
     EXPECT_EQ(frame.GetValue(), kMoment);
     EXPECT_TRUE(frame.SetValue(Null()));
-    EXPECT_EQ(frame.GetValue().GetStatus(), qv::OleDateTime::null);
-    EXPECT_EQ(frame.IsNullDate(), 1);
+    EXPECT_EQ(std::tuple(frame.GetValue().GetStatus(), frame.IsNullDate()), std::tuple(qv::OleDateTime::null, 1));
     EXPECT_TRUE(frame.SetValue(kFeb29)) << "a refused date still answers true";
     EXPECT_EQ(frame.GetValue().GetStatus(), qv::OleDateTime::null) << "and the picker keeps what it showed";
     EXPECT_TRUE(Log().empty());
@@ -217,10 +186,8 @@ TEST_F(DateFieldsTest, FailuresAreLoggedWithTheirPositions) {
             EXPECT_EQ(frame.GetValue().GetStatus(), qv::OleDateTime::invalid);
         }
         ASSERT_EQ(Log().size(), 1u);
-        const qv::LogEntry& e = Log()[0];
-        EXPECT_EQ(e.module + e.function + e.message, L"Quorvel" + std::wstring(c.function) + c.message);
-        EXPECT_EQ(e.line, c.line);
-        EXPECT_EQ(e.hr, E_FAIL);
+        const std::wstring where = std::wstring(c.function) + L"|" + std::to_wstring(c.line);
+        EXPECT_EQ(qvtest::Describe(Log()[0]), L"Quorvel|" + where + L"|" + c.message + L"|80004005");
     }
 }
 
@@ -234,9 +201,7 @@ TEST_F(DateFieldsTest, CompoundLaysOutAtTheMinimumAndEndsAtTheCallersSize) {
     };
     for (const Case& c : cases) {
         XMFCBaseDateTimeEdit edit(c.stretch);
-        unsigned int id = 300;
-        ASSERT_EQ(edit.Create(true, c.rect, host_, id, nullptr), 1);
-        EXPECT_EQ(id, 302u);
+        MakeCompound(edit, c.rect);
         const std::vector<int> ids{edit.GetDlgCtrlID(), edit.GetDateField().GetDlgCtrlID(),
                                    edit.GetTimeField().GetDlgCtrlID()};
         EXPECT_EQ(ids, (std::vector<int>{300, 301, 302}));
@@ -247,34 +212,33 @@ TEST_F(DateFieldsTest, CompoundLaysOutAtTheMinimumAndEndsAtTheCallersSize) {
         EXPECT_TRUE(::EqualRect(&frame, &c.rect)) << frame.right << "x" << frame.bottom;
         EXPECT_TRUE(::EqualRect(&date, &c.date)) << date.right << "x" << date.bottom;
         EXPECT_TRUE(::EqualRect(&time, &c.time)) << time.left << ".." << time.right << "x" << time.bottom;
-        EXPECT_EQ(edit.GetDateField().GetStyle(), 0x50020002u);
-        EXPECT_EQ(edit.GetTimeField().GetStyle() & ~WS_VISIBLE, 0x40020009u);
+        EXPECT_EQ(std::tuple(edit.GetDateField().GetStyle(), edit.GetTimeField().GetStyle() & ~WS_VISIBLE),
+                  std::tuple(0x50020002u, 0x40020009u));
     }
 }
 
 TEST_F(DateFieldsTest, CompoundReportsChangesAndFocusAsChanges) {
     XMFCBaseDateTimeEdit edit;
-    unsigned int id = 300;
-    ASSERT_EQ(edit.Create(true, RECT{10, 10, 250, 32}, host_, id, nullptr), 1);
+    MakeCompound(edit);
     ASSERT_EQ(edit.SetValue(kMoment), 1);
-    NotifySpy spy(host_);
+    std::vector<NMDATETIMECHANGE> seen;  // only the compound notifies the host here, with a whole NMDATETIMECHANGE
+    qvtest::MessageSpy spy(host_, [&](UINT msg, WPARAM, LPARAM lp) {
+        if (msg == WM_NOTIFY) seen.push_back(*reinterpret_cast<NMDATETIMECHANGE*>(lp));
+    });
 
     edit.SetFocusToLast();
     ASSERT_EQ(::GetFocus(), edit.GetTimeField().m_hWnd);
-    EXPECT_EQ(spy.seen.size(), 1u) << "the time picker's focus is reported once";
+    EXPECT_EQ(seen.size(), 1u) << "the time picker's focus is reported once";
     edit.SetFocusToFirst();
-    EXPECT_EQ(spy.seen.size(), 2u) << "so is the date picker's";
+    EXPECT_EQ(seen.size(), 2u) << "so is the date picker's";
     ::SendMessageW(edit.GetDateField().m_hWnd, WM_KEYDOWN, VK_UP, 0);  // the user changes the date
-    ASSERT_EQ(spy.seen.size(), 3u) << "and the change";
+    ASSERT_EQ(seen.size(), 3u) << "and the change";
     qv::OleDateTime now;
     ASSERT_EQ(edit.GetValue(now), 1);
-    for (const NMDATETIMECHANGE& change : spy.seen) {
-        EXPECT_EQ(change.nmhdr.hwndFrom, edit.m_hWnd);
-        EXPECT_EQ(change.nmhdr.idFrom, 300u);
-        EXPECT_EQ(change.nmhdr.code, static_cast<UINT>(DTN_DATETIMECHANGE));
-        EXPECT_EQ(change.dwFlags, static_cast<DWORD>(GDT_VALID));
-    }
-    EXPECT_TRUE(SameMoment(qv::OleDateTime(spy.seen.back().st), now)) << "the record carries the compound's value";
+    for (const NMDATETIMECHANGE& change : seen)
+        EXPECT_EQ(std::tuple(change.nmhdr.hwndFrom, change.nmhdr.idFrom, change.nmhdr.code, change.dwFlags),
+                  std::tuple(edit.m_hWnd, UINT_PTR{300}, static_cast<UINT>(DTN_DATETIMECHANGE), DWORD{GDT_VALID}));
+    EXPECT_TRUE(SameMoment(qv::OleDateTime(seen.back().st), now)) << "the record carries the compound's value";
 }
 
 TEST_F(DateFieldsTest, TabWalksThroughBothPickers) {
@@ -284,8 +248,7 @@ TEST_F(DateFieldsTest, TabWalksThroughBothPickers) {
     };
     HWND before = makeEdit(10);
     XMFCBaseDateTimeEdit edit;
-    unsigned int id = 300;
-    ASSERT_EQ(edit.Create(true, RECT{10, 40, 250, 62}, host_, id, nullptr), 1);
+    MakeCompound(edit, RECT{10, 40, 250, 62});
     HWND after = makeEdit(70);
     const HWND self = edit.m_hWnd, date = edit.GetDateField().m_hWnd, time = edit.GetTimeField().m_hWnd;
     qvtest::HeldKey shift(VK_SHIFT, false);
@@ -327,8 +290,7 @@ TEST_F(DateFieldsTest, CompoundValueThroughTheLocalesTexts) {
         SCOPED_TRACE(german ? "German" : "English");
         UseLocale(german);
         XMFCBaseDateTimeEdit edit;
-        unsigned int id = 300;
-        ASSERT_EQ(edit.Create(true, RECT{10, 10, 250, 32}, host_, id, nullptr), 1);
+        MakeCompound(edit);
         qv::OleDateTime v;
         EXPECT_EQ(edit.GetValue(v), 1);
         EXPECT_EQ(v.GetStatus(), qv::OleDateTime::null) << "a new compound shows no date";
@@ -353,8 +315,7 @@ TEST_F(DateFieldsTest, CompoundValueThroughTheLocalesTexts) {
 template <class Field>
 void CheckReadOnly(HWND host, bool german) {
     struct Case { int type; const wchar_t *de, *en; } cases[] = {
-        {DISPLAYTYPE_DATE, L"05.03.2024", L"3/5/2024"},
-        {DISPLAYTYPE_TIME, L"13:45:30", L"1:45:30 PM"},
+        {DISPLAYTYPE_DATE, L"05.03.2024", L"3/5/2024"}, {DISPLAYTYPE_TIME, L"13:45:30", L"1:45:30 PM"},
         {DISPLAYTYPE_DATETIME, L"05.03.2024 13:45:30", L"3/5/2024 1:45:30 PM"},
         {7, L"05.03.2024", L"3/5/2024"},
     };
@@ -363,8 +324,7 @@ void CheckReadOnly(HWND host, bool german) {
         Field field(static_cast<DISPLAYTYPE>(c.type));
         unsigned int id = 500;
         ASSERT_EQ(field.Create(RECT{10, 100, 200, 122}, host, id, nullptr), 1);
-        EXPECT_EQ(id, 501u);
-        EXPECT_EQ(field.GetDlgCtrlID(), 501);
+        EXPECT_EQ(std::tuple(id, field.GetDlgCtrlID()), std::tuple(501u, 501));
         HWND picker = ::GetDlgItem(host, 500);
         EXPECT_EQ(static_cast<DWORD>(::GetWindowLongPtrW(picker, GWL_STYLE)),
                   c.type == 1 || c.type == 2 ? 0x40020009u : 0x40020002u);

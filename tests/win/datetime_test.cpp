@@ -3,28 +3,15 @@
 #include "platform/datetime.h"
 
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
-#include <gtest/gtest.h>
+#include "support/host.h"
 
 namespace {
 
-// Changes the user's locale settings for one test and puts them back after.
-class DateTimeTest : public ::testing::Test {
-protected:
-    void TearDown() override {
-        for (auto it = saved_.rbegin(); it != saved_.rend(); ++it)
-            ::SetLocaleInfoW(LOCALE_USER_DEFAULT, it->first, it->second.c_str());
-    }
-    void SetLocale(LCTYPE type, const wchar_t* value) {
-        wchar_t old[100] = {};
-        ::GetLocaleInfoW(LOCALE_USER_DEFAULT, type, old, 100);
-        saved_.emplace_back(type, old);
-        ASSERT_TRUE(::SetLocaleInfoW(LOCALE_USER_DEFAULT, type, value));
-    }
-    std::vector<std::pair<LCTYPE, std::wstring>> saved_;
-};
+using DateTimeTest = ::testing::Test;
 
 TEST_F(DateTimeTest, FormatAndParseFollowTheUserLocale) {
     struct Case { const wchar_t* shortDate; const wchar_t* timeFormat; DWORD flags; const wchar_t* text; } cases[] = {
@@ -32,27 +19,23 @@ TEST_F(DateTimeTest, FormatAndParseFollowTheUserLocale) {
         {L"yyyy-MM-dd", L"HH:mm:ss", VAR_DATEVALUEONLY, L"2024-03-05"},
         {L"M/d/yyyy", L"HH:mm:ss", VAR_DATEVALUEONLY, L"3/5/2024"},
         {L"dd.MM.yyyy", L"HH:mm:ss", VAR_TIMEVALUEONLY, L"13:45:30"},
-        {L"dd.MM.yyyy", L"HH:mm:ss", 0, L"05.03.2024 13:45:30"},
-        {L"d/M/yyyy", L"H.mm.ss", 0, L"5/3/2024 13.45.30"},
+        {L"dd.MM.yyyy", L"HH:mm:ss", 0, L"05.03.2024 13:45:30"}, {L"d/M/yyyy", L"H.mm.ss", 0, L"5/3/2024 13.45.30"},
     };
     const qv::OleDateTime moment(2024, 3, 5, 13, 45, 30);
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << std::string(c.text, c.text + wcslen(c.text)));
-        SetLocale(LOCALE_SSHORTDATE, c.shortDate);
-        SetLocale(LOCALE_STIMEFORMAT, c.timeFormat);
+        qvtest::LocaleOverride locale;
+        ASSERT_TRUE(locale.Set(LOCALE_SSHORTDATE, c.shortDate) && locale.Set(LOCALE_STIMEFORMAT, c.timeFormat));
         EXPECT_EQ(moment.Format(c.flags), c.text);
 
         qv::OleDateTime parsed;
         ASSERT_TRUE(parsed.ParseDateTime(c.text, c.flags));
         EXPECT_EQ(parsed.GetStatus(), qv::OleDateTime::valid);
-        if (c.flags != VAR_TIMEVALUEONLY) {
-            EXPECT_EQ(parsed.GetYear(), 2024);
-            EXPECT_EQ(parsed.GetMonth(), 3) << "day and month read in the locale's order";
-            EXPECT_EQ(parsed.GetDay(), 5);
+        if (c.flags != VAR_TIMEVALUEONLY) {  // day and month read in the locale's order
+            EXPECT_EQ(std::tuple(parsed.GetYear(), parsed.GetMonth(), parsed.GetDay()), std::tuple(2024, 3, 5));
         }
         if (c.flags != VAR_DATEVALUEONLY) {
-            EXPECT_EQ(parsed.GetHour(), 13);
-            EXPECT_EQ(parsed.GetSecond(), 30);
+            EXPECT_EQ(std::tuple(parsed.GetHour(), parsed.GetSecond()), std::tuple(13, 30));
         }
     }
 }
@@ -64,10 +47,8 @@ TEST_F(DateTimeTest, NullAndInvalidValuesHaveNoText) {
     const qv::OleDateTime outOfRange(3000000.0);
     for (const qv::OleDateTime* v : {static_cast<const qv::OleDateTime*>(&null), &invalid, &outOfRange}) {
         EXPECT_NE(v->GetStatus(), qv::OleDateTime::valid);
-        EXPECT_EQ(v->Format(), L"");
-        EXPECT_EQ(v->Format(L"%Y"), L"");
-        EXPECT_EQ(v->GetYear(), -1);
-        EXPECT_EQ(v->GetDayOfWeek(), -1);
+        EXPECT_EQ(v->Format() + v->Format(L"%Y"), L"");
+        EXPECT_EQ(std::tuple(v->GetYear(), v->GetDayOfWeek()), std::tuple(-1, -1));
         SYSTEMTIME st{};
         EXPECT_FALSE(v->GetAsSystemTime(st));
     }
@@ -88,16 +69,14 @@ TEST_F(DateTimeTest, StrftimeFormats) {
         {qv::OleDateTime(1850, 7, 1, 0, 0, 0), L"%Y-%m-%d", L"1850-07-01"},
         {qv::OleDateTime(2024, 3, 5, 0, 0, 0), L"100%%", L"100%"},
         {qv::OleDateTime(2024, 3, 5, 0, 0, 0), L"%Q", L""},  // unknown conversion
-        {qv::OleDateTime(2024, 3, 5, 0, 0, 0), L"%", L""},
-        {qv::OleDateTime(2024, 3, 5, 0, 0, 0), L"", L""},
+        {qv::OleDateTime(2024, 3, 5, 0, 0, 0), L"%", L""}, {qv::OleDateTime(2024, 3, 5, 0, 0, 0), L"", L""},
     };
     for (const Case& c : cases) EXPECT_EQ(c.value.Format(c.format), c.text) << c.value.m_dt;
 }
 
 TEST_F(DateTimeTest, SettersAndSystemTime) {
     qv::OleDateTime v;
-    EXPECT_EQ(v.GetStatus(), qv::OleDateTime::valid);
-    EXPECT_EQ(v.m_dt, 0.0);
+    EXPECT_EQ(std::tuple(v.GetStatus(), v.m_dt), std::tuple(qv::OleDateTime::valid, 0.0));
 
     EXPECT_TRUE(v.SetTime(6, 0, 0));
     EXPECT_DOUBLE_EQ(v.m_dt, 0.25) << "a time alone sits on day 0";
@@ -110,10 +89,7 @@ TEST_F(DateTimeTest, SettersAndSystemTime) {
 
     SYSTEMTIME st{};
     ASSERT_TRUE(v.GetAsSystemTime(st));
-    EXPECT_EQ(st.wYear, 1899);
-    EXPECT_EQ(st.wDay, 29);
-    EXPECT_EQ(st.wHour, 6);
-    EXPECT_EQ(st.wDayOfWeek, 5) << "a Friday";
+    EXPECT_EQ(std::tuple(st.wYear, st.wDay, st.wHour, st.wDayOfWeek), std::tuple(1899, 29, 6, 5)) << "a Friday";
     EXPECT_EQ(qv::OleDateTime(st), v);
 
     SYSTEMTIME now{};
@@ -125,20 +101,17 @@ TEST_F(DateTimeTest, OrderingFollowsTheTimeLine) {
     const qv::OleDateTime morning(1899, 12, 29, 6, 0, 0);    // -1.25
     const qv::OleDateTime evening(1899, 12, 29, 18, 0, 0);   // -1.75
     const qv::OleDateTime nextDay(1899, 12, 30, 1, 0, 0);
-    EXPECT_TRUE(morning < evening);
-    EXPECT_TRUE(evening < nextDay);
-    EXPECT_TRUE(evening > morning);
-    EXPECT_TRUE(morning <= morning);
-    EXPECT_FALSE(evening <= morning);
+    EXPECT_EQ((std::vector<bool>{morning < evening, evening < nextDay, evening > morning, morning <= morning,
+                                 evening <= morning}),
+              (std::vector<bool>{true, true, true, true, false}));
 
     qv::OleDateTime null1, null2;
     null1.SetStatus(qv::OleDateTime::null);
     null2.SetStatus(qv::OleDateTime::null);
     null2.m_dt = 5;
     EXPECT_TRUE(null1 == null2) << "two null values are equal whatever their number";
-    EXPECT_TRUE(null1 != morning);
-    EXPECT_FALSE(null1 < morning);
-    EXPECT_FALSE(morning < null1);
+    EXPECT_EQ((std::vector<bool>{null1 != morning, null1 < morning, morning < null1}),
+              (std::vector<bool>{true, false, false}));
 }
 
 }  // namespace

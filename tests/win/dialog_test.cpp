@@ -4,6 +4,7 @@
 #include "platform/dialog.h"
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "platform/module.h"
@@ -58,9 +59,9 @@ protected:
 
 INT_PTR CALLBACK PlainProc(HWND, UINT msg, WPARAM, LPARAM) { return msg == WM_INITDIALOG; }
 
-class DialogTest : public HostTest {};
+using DialogTest = HostTest;
 
-TEST_F(DialogTest, LibraryTemplateWinsOverTheHostsOwn) {
+TEST_F(DialogTest, LibraryTemplateWinsOverTheHostsOwnAndExchangesText) {
     // The host's template 140 is really there...
     HWND hostDlg = ::CreateDialogParamW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(140), host_, PlainProc, 0);
     ASSERT_NE(hostDlg, nullptr);
@@ -70,20 +71,15 @@ TEST_F(DialogTest, LibraryTemplateWinsOverTheHostsOwn) {
     // ...and the library's dialog 140 still comes from the library.
     FaceDialog dlg;
     ASSERT_TRUE(dlg.Create(host_));
-    EXPECT_EQ(qv::Window::FromHandle(dlg.m_hWnd), &dlg);
-    EXPECT_EQ(dlg.GetWindowText(), L"Select a font");
+    EXPECT_EQ(std::tuple(qv::Window::FromHandle(dlg.m_hWnd), dlg.GetWindowText()), std::tuple(&dlg, L"Select a font"));
     HWND combo = dlg.GetDlgItem(IDC_QV_FONTNAME_COMBO);
     ASSERT_NE(combo, nullptr);
     wchar_t cls[32] = {};
     ::GetClassNameW(combo, cls, 32);
     EXPECT_STREQ(cls, L"ComboBox");
     EXPECT_EQ(dlg.GetDlgItem(7001), nullptr);
-}
 
-TEST_F(DialogTest, ModelessDialogExchangesTextBothWays) {
-    FaceDialog dlg;
-    ASSERT_TRUE(dlg.Create(host_));
-    HWND combo = dlg.GetDlgItem(IDC_QV_FONTNAME_COMBO);
+    // The modeless dialog exchanges its text both ways.
     EXPECT_EQ(TextOf(combo), L"Arial") << "OnInitDialog fills the controls";
     ::SetWindowTextW(combo, L"Courier New");
     EXPECT_TRUE(dlg.UpdateData(true));
@@ -112,7 +108,9 @@ TEST_F(DialogTest, IntegerExchangeRejectsWhatIsNotAnInteger) {
         ::SetWindowTextW(edit, c.text);
         EXPECT_EQ(dlg.UpdateData(true), c.ok);
         EXPECT_EQ(dlg.size, c.value);
-        if (!c.ok) EXPECT_EQ(::GetFocus(), edit) << "the failing control gets the focus";
+        if (!c.ok) {
+            EXPECT_EQ(::GetFocus(), edit) << "the failing control gets the focus";
+        }
     }
 }
 
@@ -123,12 +121,12 @@ TEST_F(DialogTest, ModalDialogRunsInitExchangeAndEnds) {
         bool failOnSave;
         INT_PTR result;
         std::vector<std::string> log;
-        int size;
-    } cases[] = {
-        {"OK", {IDOK}, false, IDOK, {"init", "load", "save"}, 12},
-        {"Cancel", {IDCANCEL}, false, IDCANCEL, {"init", "load"}, 12},
-        {"close box", {WM_CLOSE}, false, IDCANCEL, {"init", "load"}, 12},
-        {"OK refused, then Cancel", {IDOK, IDCANCEL}, true, IDCANCEL, {"init", "load", "save"}, 12},
+    };
+    const Case cases[] = {
+        {"OK", {IDOK}, false, IDOK, {"init", "load", "save"}},
+        {"Cancel", {IDCANCEL}, false, IDCANCEL, {"init", "load"}},
+        {"close box", {WM_CLOSE}, false, IDCANCEL, {"init", "load"}},
+        {"OK refused, then Cancel", {IDOK, IDCANCEL}, true, IDCANCEL, {"init", "load", "save"}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
@@ -136,9 +134,7 @@ TEST_F(DialogTest, ModalDialogRunsInitExchangeAndEnds) {
         dlg.postOnInit = c.posted;
         dlg.failOnSave = c.failOnSave;
         EXPECT_EQ(dlg.DoModal(host_), c.result);
-        EXPECT_EQ(dlg.log, c.log);
-        EXPECT_EQ(dlg.size, c.size);
-        EXPECT_EQ(dlg.m_hWnd, nullptr);
+        EXPECT_EQ(std::tie(dlg.log, dlg.size, dlg.m_hWnd), std::tuple(c.log, 12, HWND{}));
     }
 }
 

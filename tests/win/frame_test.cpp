@@ -6,6 +6,8 @@
 #include <initguid.h>
 
 #include <string>
+#include <tuple>
+#include <utility>
 
 #include "frame/app.h"
 #include "frame/services.h"
@@ -28,14 +30,19 @@ protected:
     void TearDown() override { SetUp(); }
 };
 
-TEST_F(SettingsTest, WithoutAnyServiceEverySettingReadsAsAbsent) {
-    EXPECT_EQ(qv::TooltipPopupTimeSetting(), 0u);
+TEST_F(SettingsTest, WithoutAnyServiceEverySettingReadsAsAbsentUntilTheStoreLoadsIniText) {
     long width = -7;
+    EXPECT_EQ(std::tuple(qv::TooltipPopupTimeSetting(), qv::ContextHelpFileSetting()), std::tuple(0u, std::wstring()));
     EXPECT_FALSE(qv::TooltipMaxTipWidthSetting(width));
-    EXPECT_EQ(qv::ContextHelpFileSetting(), L"");
     std::wstring text(25, L'x');
     qv::ApplyTooltipMaxWidth(text);
     EXPECT_EQ(text.size(), 25u);
+
+    // The embedded store loads ini text.
+    ASSERT_TRUE(qv::Services::DefaultSettings().LoadIniText(
+        L"[Common]\ntooltipdelaytime=1500\n[customization]\ncontextHelpOnCustomizationObjects=C:\\help\\ctx.chm\n"));
+    EXPECT_EQ(std::tuple(qv::TooltipPopupTimeSetting(), qv::ContextHelpFileSetting()),
+              std::tuple(1500u, std::wstring(L"C:\\help\\ctx.chm")));
 }
 
 TEST_F(SettingsTest, MaxTipWidthCutsOnlyWhenItIsANumber) {
@@ -50,13 +57,6 @@ TEST_F(SettingsTest, MaxTipWidthCutsOnlyWhenItIsANumber) {
     }
 }
 
-TEST_F(SettingsTest, EmbeddedStoreLoadsIniText) {
-    ASSERT_TRUE(qv::Services::DefaultSettings().LoadIniText(
-        L"[Common]\ntooltipdelaytime=1500\n[customization]\ncontextHelpOnCustomizationObjects=C:\\help\\ctx.chm\n"));
-    EXPECT_EQ(qv::TooltipPopupTimeSetting(), 1500u);
-    EXPECT_EQ(qv::ContextHelpFileSetting(), L"C:\\help\\ctx.chm");
-}
-
 // A session-data manager as a host registers it, served in-process through
 // CoRegisterClassObject so CoCreateInstance finds it like the host's server.
 // {6F2B1C3A-0D7E-4C55-9A61-2B7F0C9D1E01}
@@ -68,7 +68,7 @@ DEFINE_GUID(CLSID_Missing, 0x6f2b1c3a, 0x0d7e, 0x4c55, 0x9a, 0x61, 0x2b, 0x7f, 0
 
 std::vector<long> g_flags;
 
-class TestSessionData : public IZT_SessionDataMng {
+class TestSessionData final : public IZT_SessionDataMng {
 public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
         if (iid == IID_IUnknown || iid == IID_TestSessionData) {
@@ -150,8 +150,7 @@ TEST_F(SettingsTest, HostSessionDataManagerIsAskedWithTheFlagOfEachSection) {
 
     // A class the host named but nobody registered: defaults, no error.
     qv::Services::DefaultSettings().UseSessionDataManager(&CLSID_Missing, &IID_TestSessionData);
-    EXPECT_EQ(qv::TooltipPopupTimeSetting(), 0u);
-    EXPECT_EQ(qv::ContextHelpFileSetting(), L"");
+    EXPECT_EQ(std::tuple(qv::TooltipPopupTimeSetting(), qv::ContextHelpFileSetting()), std::tuple(0u, std::wstring()));
     ::CoRevokeClassObject(cookie);
 }
 
@@ -162,13 +161,9 @@ TEST_F(HostTest, LogEntryCarriesTheLibrarysTuple) {
     qv::LogFailure(L" XBaseDateTime::Init", 104, L"Creating control failed", 0x80070005L);
     const auto& log = qv::Services::DefaultLogBook().Entries();
     ASSERT_EQ(log.size(), 2u);
-    EXPECT_EQ(log[0].module, L"Quorvel");
-    EXPECT_EQ(log[0].function, L" XTabCheckListBox::DrawItem()");
-    EXPECT_EQ(log[0].line, 2073u);
-    EXPECT_EQ(log[0].message, L"VERIFY(cyItem >= CalcMinimumItemHeight())");
-    EXPECT_EQ(log[0].hr, static_cast<long>(E_FAIL));
-    EXPECT_EQ(log[1].function, L" XBaseDateTime::Init");
-    EXPECT_EQ(log[1].hr, 0x80070005L);
+    EXPECT_EQ(qvtest::Describe(log[0]),
+              L"Quorvel| XTabCheckListBox::DrawItem()|2073|VERIFY(cyItem >= CalcMinimumItemHeight())|80004005");
+    EXPECT_EQ(qvtest::Describe(log[1]), L"Quorvel| XBaseDateTime::Init|104|Creating control failed|80070005");
     EXPECT_TRUE(rec_->boxes.boxes.empty()) << "logging never shows a box";
 }
 
@@ -178,27 +173,26 @@ TEST_F(HostTest, BoxesAndErrorDisplayGoThroughTheMessageBoxService) {
     XZTError::DisplayErrorMessageBox(qv::ModuleNameBstr(), L" XValueAddedCtrl::SetValue", 12,
                                      L"Failed to get voxeproject!", nullptr);
     ASSERT_EQ(rec_->boxes.boxes.size(), 3u);
-    EXPECT_EQ(rec_->boxes.boxes[0].caption, L"Error");
-    EXPECT_EQ(rec_->boxes.boxes[0].type & MB_ICONMASK, static_cast<UINT>(MB_ICONERROR));
-    EXPECT_EQ(rec_->boxes.boxes[1].type & MB_ICONMASK, static_cast<UINT>(MB_ICONWARNING));
-    EXPECT_EQ(rec_->boxes.boxes[2].caption, L"Error");
-    EXPECT_NE(rec_->boxes.boxes[2].text.find(L"Failed to get voxeproject!"), std::wstring::npos);
+    const auto& boxes = rec_->boxes.boxes;
+    EXPECT_EQ(std::tuple(boxes[0].caption, boxes[0].type & MB_ICONMASK),
+              std::tuple(std::wstring(L"Error"), UINT{MB_ICONERROR}));
+    EXPECT_EQ(std::tuple(boxes[1].type & MB_ICONMASK, boxes[2].caption), std::tuple(UINT{MB_ICONWARNING}, L"Error"));
+    EXPECT_NE(boxes[2].text.find(L"Failed to get voxeproject!"), std::wstring::npos);
     EXPECT_EQ(std::wstring(qv::ModuleNameBstr()), L"Quorvel");
 }
 
 TEST_F(HostTest, CatalogTranslatesTextsAndDialogLabelsButNotUserData) {
     auto& tr = qv::Services::DefaultTranslation();
     ASSERT_TRUE(tr.LoadText(L"Error\tFehler\nCancel\tAbbrechen\nSelect a font\tSchrift w\u00e4hlen\n"));
-    EXPECT_STREQ(CoTranslateText(L"Error"), L"Fehler");
-    EXPECT_STREQ(CoTranslateText(L"Unknown text"), L"Unknown text");
-    EXPECT_STREQ(CoTranslateText2("Cancel"), L"Abbrechen");
+    EXPECT_EQ(std::wstring(CoTranslateText(L"Error")) + L"|" + CoTranslateText(L"Unknown text") + L"|" +
+                  CoTranslateText2("Cancel"),
+              L"Fehler|Unknown text|Abbrechen");
 
     ::SetWindowTextW(host_, L"Select a font");
     HWND button = ::CreateWindowExW(0, L"BUTTON", L"Cancel", WS_CHILD, 0, 0, 80, 20, host_, nullptr, nullptr, nullptr);
     HWND edit = ::CreateWindowExW(0, L"EDIT", L"Cancel", WS_CHILD, 0, 30, 80, 20, host_, nullptr, nullptr, nullptr);
     CoTranslateWindow(host_);
-    EXPECT_EQ(qvtest::TextOf(host_), L"Schrift w\u00e4hlen");
-    EXPECT_EQ(qvtest::TextOf(button), L"Abbrechen");
+    EXPECT_EQ(qvtest::TextOf(host_) + L"|" + qvtest::TextOf(button), L"Schrift w\u00e4hlen|Abbrechen");
     EXPECT_EQ(qvtest::TextOf(edit), L"Cancel") << "an edit field holds data, not a label";
     CoTranslateWindow(nullptr);  // must not crash
     tr.Clear();
@@ -207,65 +201,44 @@ TEST_F(HostTest, CatalogTranslatesTextsAndDialogLabelsButNotUserData) {
 
 // ---- Conversions in the user's locale --------------------------------------------------
 
-class DecimalCommaLocale {
-public:
-    DecimalCommaLocale() {
-        ::GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, saved_, 8);
-        ::SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, L",");
-    }
-    ~DecimalCommaLocale() { ::SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, saved_); }
-
-private:
-    wchar_t saved_[8] = L".";
-};
-
-struct ParseCase { const wchar_t* text; bool ok; double value; };
-
-void ExpectParses(const ParseCase* cases, size_t n) {
-    for (size_t i = 0; i < n; ++i) {
+TEST(ConversionTest, ParsingTakesTheUsersSeparatorAndThePoint) {
+    const struct { const wchar_t *sep, *text; bool ok; double value; } cases[] = {
+        {L".", L"3.25", true, 3.25}, {L".", L"-0.5", true, -0.5}, {L".", L"1e3", true, 1000.0}, {L".", L"", false, 0},
+        {L".", L"12x", false, 0}, {L".", L"3,25", false, 0}, {L",", L"3,25", true, 3.25}, {L",", L"3.25", true, 3.25},
+        {L",", L"-1,5e2", true, -150.0}, {L",", L"1.000,5", false, 0}, {L",", L",", false, 0}};
+    for (const auto& c : cases) {
+        qvtest::LocaleOverride locale(LOCALE_SDECIMAL, c.sep);
         double v = -999.0;
-        EXPECT_EQ(String2Double(cases[i].text, v), cases[i].ok) << "case " << i;
-        EXPECT_DOUBLE_EQ(v, cases[i].ok ? cases[i].value : -999.0) << "case " << i;
+        EXPECT_EQ(String2Double(c.text, v), c.ok) << c.text;
+        EXPECT_DOUBLE_EQ(v, c.ok ? c.value : -999.0) << c.text;
     }
 }
 
-TEST(ConversionTest, DotLocale) {
-    const ParseCase cases[] = {{L"3.25", true, 3.25}, {L"-0.5", true, -0.5}, {L"1e3", true, 1000.0},
-                               {L"", false, 0},        {L"12x", false, 0},   {L"3,25", false, 0}};
-    ExpectParses(cases, std::size(cases));
-    std::wstring text;
-    ASSERT_TRUE(Double2String(text, 3.5, L"%g"));
-    EXPECT_EQ(text, L"3.5");
-    ASSERT_TRUE(Double2String(text, 1.0e-5, L"%5.2e"));
-    EXPECT_EQ(text, L"1.00e-05") << "two-digit exponent as C99 prints it";
+TEST(ConversionTest, FormattingInTheDotLocale) {
+    std::wstring text, exp;
+    ASSERT_TRUE(Double2String(text, 3.5, L"%g") && Double2String(exp, 1.0e-5, L"%5.2e"));
+    EXPECT_EQ(text + L" " + exp, L"3.5 1.00e-05") << "two-digit exponent as C99 prints it";
     EXPECT_FALSE(Double2String(text, 1.0, L"%s"));
 }
 
-TEST(ConversionTest, DecimalCommaLocaleAcceptsBothSeparatorsAndFormatsWithComma) {
-    DecimalCommaLocale comma;
-    const ParseCase cases[] = {{L"3,25", true, 3.25}, {L"3.25", true, 3.25}, {L"-1,5e2", true, -150.0},
-                               {L"1.000,5", false, 0}, {L",", false, 0}};
-    ExpectParses(cases, std::size(cases));
+TEST(ConversionTest, DecimalCommaLocaleFormatsWithAComma) {
+    qvtest::LocaleOverride comma(LOCALE_SDECIMAL, L",");
     std::wstring text;
     ASSERT_TRUE(Double2String(text, 3.14159, L"%.2f"));
     EXPECT_EQ(text, L"3,14");
-    std::wstring inRange = L"10,5", outside = L"20,01";
-    EXPECT_TRUE(CheckRange(10.0, 20.0, inRange));
-    EXPECT_FALSE(CheckRange(10.0, 20.0, outside));
-    std::wstring bound = L"20";
-    EXPECT_TRUE(CheckRange(10.0, 20.0, bound)) << "closed range";
+    std::wstring inRange = L"10,5", outside = L"20,01", bound = L"20";  // a closed range
+    EXPECT_EQ(std::tuple(CheckRange(10, 20, inRange), CheckRange(10, 20, outside), CheckRange(10, 20, bound)),
+              std::tuple(true, false, true));
 }
 
 TEST(ConversionTest, CharacterCheckAndRichText) {
-    EXPECT_TRUE(CheckCharacters0_9A_Z(L"A", false));
-    EXPECT_FALSE(CheckCharacters0_9A_Z(L"a", false));
-    EXPECT_FALSE(CheckCharacters0_9A_Z(L"AB", false)) << "one typed character";
-    EXPECT_TRUE(CheckCharacters0_9A_Z(L"AB09", true));
-    EXPECT_TRUE(CheckCharacters0_9A_Z(L"", true));
-    EXPECT_FALSE(CheckCharacters0_9A_Z(L"AB-09", true));
+    const std::tuple<const wchar_t*, bool, bool> checks[] = {  // "AB" is not one typed character
+        {L"A", false, true}, {L"a", false, false}, {L"AB", false, false},
+        {L"AB09", true, true}, {L"", true, true}, {L"AB-09", true, false}};
+    for (const auto& [text, whole, ok] : checks) EXPECT_EQ(CheckCharacters0_9A_Z(text, whole), ok) << text;
 
     std::wstring plain;
-    EXPECT_TRUE(RTF2TXT(L"{\\rtf1{\\fonttbl{\\f0 Arial;}}\\f0 Gr\\'fc\\'dfe\\par Zeile}", plain));
+    ASSERT_TRUE(RTF2TXT(L"{\\rtf1{\\fonttbl{\\f0 Arial;}}\\f0 Gr\\'fc\\'dfe\\par Zeile}", plain));
     EXPECT_EQ(plain, L"Gr\u00fc\u00dfe\r\nZeile");
     EXPECT_FALSE(RTF2TXT(L"plain text", plain));
 }
@@ -288,16 +261,13 @@ TEST(InitValueTest, CopiesNamedValuesAndFreesTheHostsArray) {
 
     qv::Variant v;
     ASSERT_TRUE(wrapper.GetData(const_cast<wchar_t*>(L"pQuery"), v));
-    EXPECT_EQ(v.vt, VT_I4);
-    EXPECT_EQ(v.lVal, 42);
+    EXPECT_EQ(std::tuple(v.vt, v.lVal), std::tuple(VARTYPE{VT_I4}, 42L));
     ASSERT_TRUE(wrapper.GetData(const_cast<wchar_t*>(L"label"), v));
     EXPECT_EQ(v.Text(), L"text");
-    EXPECT_FALSE(wrapper.GetData(const_cast<wchar_t*>(L"pObject"), v));
-    EXPECT_FALSE(wrapper.GetData(nullptr, v));
+    EXPECT_FALSE(wrapper.GetData(const_cast<wchar_t*>(L"pObject"), v) || wrapper.GetData(nullptr, v));
 
     XZTComBSTR b(L"Common");
-    EXPECT_TRUE(b == L"Common");
-    EXPECT_FALSE(b == L"common");
+    EXPECT_EQ(std::tuple(b == L"Common", b == L"common"), std::tuple(true, false));
     XZTComVariant number;
     VARIANT* p = &number;
     p->vt = VT_BSTR;

@@ -3,8 +3,8 @@
 // left, and the shared checker's life.
 #include "masks/maskedit.h"
 
-#include <cstring>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "masks/numeric.h"
@@ -12,6 +12,7 @@
 
 namespace {
 
+using qvtest::SelOf;
 using qvtest::TextOf;
 using qvtest::TypeChars;
 using qvtest::SetClipboard;
@@ -19,40 +20,23 @@ using qvtest::ClipboardAnsi;
 
 constexpr wchar_t kDeleteKey = 0x7F;  // in a key sequence: WM_KEYDOWN VK_DELETE
 
-std::pair<int, int> SelectionOf(const XMaskBaseEdit& edit) {
-    int start = -1, end = -1;
-    edit.GetSel(start, end);
-    return {start, end};
-}
-
 class MaskEditTest : public qvtest::HostTest {
 protected:
-    RECT Row(int i) const { return RECT{10, 10 + 30 * i, 200, 34 + 30 * i}; }
-
     // Creates the field with `text`, gives it the focus and the selection.
     void Prepare(XMaskBaseEdit& edit, const wchar_t* text, int start, int end) {
         ASSERT_TRUE(edit.Create(text, 100, Row(0), font_, host_));
         edit.SetFocus();
         edit.SetSel(start, end);
     }
-
-    HFONT font_ = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
 };
 
 TEST_F(MaskEditTest, KeysChangeTheTextOnlyAsThePatternAllows) {
-    struct Case {
-        const wchar_t* mask;
-        const wchar_t* text;
-        int start, end;
-        const wchar_t* keys;
-        const wchar_t* result;
-        int caret;  // -1: the selection is unchanged
-    } cases[] = {
+    // caret -1: the selection is unchanged
+    struct Case { const wchar_t *mask, *text; int start, end; const wchar_t *keys, *result; int caret; } cases[] = {
         {L"#?", L"", 0, 0, L"a5", L"5", 1},
         {L"(+|-)#?", L"-0", 2, 2, L"7", L"-7", 1},   // the superfluous zero goes
         {L"x#?", L"x5", 1, 1, L"\b", L"5", 1},       // Backspace is not checked
-        {L"#?", L"12", 0, 0, L"\b\r", L"12", -1},
-        {L"#?", L"123", 0, 0, L"\x7F", L"23", 0},
+        {L"#?", L"12", 0, 0, L"\b\r", L"12", -1}, {L"#?", L"123", 0, 0, L"\x7F", L"23", 0},
         {L"#2?(.)(#2?)", L"12.34", 2, 2, L"\x7F", L"12.34", -1},  // "1234" has too many digits
     };
     for (const Case& c : cases) {
@@ -60,14 +44,12 @@ TEST_F(MaskEditTest, KeysChangeTheTextOnlyAsThePatternAllows) {
         XMaskBaseEdit edit(c.mask);
         Prepare(edit, c.text, c.start, c.end);
         for (const wchar_t* k = c.keys; *k; ++k) {
-            if (*k == kDeleteKey)
-                edit.SendMessage(WM_KEYDOWN, VK_DELETE, 1);
-            else
-                TypeChars(edit, std::wstring(1, *k));
+            if (*k == kDeleteKey) edit.SendMessage(WM_KEYDOWN, VK_DELETE, 1);
+            else TypeChars(edit, std::wstring(1, *k));
         }
         EXPECT_EQ(TextOf(edit), c.result);
         const std::pair<int, int> expected = c.caret < 0 ? std::pair{c.start, c.end} : std::pair{c.caret, c.caret};
-        EXPECT_EQ(SelectionOf(edit), expected);
+        EXPECT_EQ(SelOf(edit), expected);
         EXPECT_TRUE(rec_->boxes.boxes.empty());
     }
 }
@@ -78,8 +60,7 @@ TEST_F(MaskEditTest, PasteAndCutGoThroughThePattern) {
 
     ASSERT_TRUE(SetClipboard(host_, "3a"));
     edit.Paste();  // refused: nothing changes
-    EXPECT_EQ(TextOf(edit), L"x12");
-    EXPECT_EQ(SelectionOf(edit), std::pair(2, 2));
+    EXPECT_EQ(std::tuple(TextOf(edit), SelOf(edit)), std::tuple(L"x12", std::pair(2, 2)));
 
     // Shift+Insert pastes through the same check (the edit control may paste
     // internally without a WM_PASTE of its own).
@@ -91,27 +72,22 @@ TEST_F(MaskEditTest, PasteAndCutGoThroughThePattern) {
 
     ASSERT_TRUE(SetClipboard(host_, "34"));
     TypeChars(edit, L"\x16");  // Ctrl+V goes to the control, which pastes through the field
-    EXPECT_EQ(TextOf(edit), L"x1342");
-    EXPECT_EQ(SelectionOf(edit), std::pair(5, 5));
+    EXPECT_EQ(std::tuple(TextOf(edit), SelOf(edit)), std::tuple(L"x1342", std::pair(5, 5)));
 
     edit.SetSel(0, 1);
     edit.Cut();  // "1342" breaks the pattern: refused
-    EXPECT_EQ(TextOf(edit), L"x1342");
-    EXPECT_EQ(ClipboardAnsi(host_), "34");
+    EXPECT_EQ(std::tuple(TextOf(edit), ClipboardAnsi(host_)), std::tuple(L"x1342", "34"));
 
     // The selection goes out as 8-bit text of its length plus 2 bytes taken
     // from the wide text, so a CF_TEXT reader sees its first character.
     edit.SetSel(2, 4);
     TypeChars(edit, L"\x18");
-    EXPECT_EQ(TextOf(edit), L"x12");
-    EXPECT_EQ(SelectionOf(edit), std::pair(2, 2));
-    EXPECT_EQ(ClipboardAnsi(host_), "3");
+    EXPECT_EQ(std::tuple(TextOf(edit), SelOf(edit), ClipboardAnsi(host_)), std::tuple(L"x12", std::pair(2, 2), "3"));
 
     ASSERT_TRUE(SetClipboard(host_, nullptr));  // a cut needs text on the clipboard already
     edit.SetSel(1, 3);
     edit.Cut();
-    EXPECT_EQ(TextOf(edit), L"x12");
-    EXPECT_EQ(ClipboardAnsi(host_), "<none>");
+    EXPECT_EQ(std::tuple(TextOf(edit), ClipboardAnsi(host_)), std::tuple(L"x12", "<none>"));
 }
 
 TEST_F(MaskEditTest, DisplayErrorShowsTheBoxOnceAndKeepsTheFocus) {
@@ -125,17 +101,13 @@ TEST_F(MaskEditTest, DisplayErrorShowsTheBoxOnceAndKeepsTheFocus) {
     other.SetFocus();
     ASSERT_EQ(rec_->boxes.boxes.size(), 1u);
     const qvtest::RecordedBox& box = rec_->boxes.boxes[0];
-    EXPECT_EQ(box.caption, L"Input-Error");
-    EXPECT_EQ(box.text, L"Value out of range");
+    EXPECT_EQ(std::tie(box.caption, box.text, box.parent),
+              std::tuple(L"Input-Error", L"Value out of range", edit.m_hWnd));
     EXPECT_EQ(box.type & MB_ICONMASK, static_cast<UINT>(MB_ICONERROR));
-    EXPECT_EQ(box.parent, edit.m_hWnd);
-    EXPECT_EQ(::GetFocus(), edit.m_hWnd);
-    EXPECT_EQ(TextOf(edit), L"1.5");
-    EXPECT_EQ(SelectionOf(edit), std::pair(0, 3));
+    EXPECT_EQ(std::tuple(::GetFocus(), TextOf(edit), SelOf(edit)), std::tuple(edit.m_hWnd, L"1.5", std::pair(0, 3)));
 
     other.SetFocus();  // the flag went with the box
-    EXPECT_EQ(rec_->boxes.boxes.size(), 1u);
-    EXPECT_EQ(::GetFocus(), other.m_hWnd);
+    EXPECT_EQ(std::tuple(rec_->boxes.boxes.size(), ::GetFocus()), std::tuple(1u, other.m_hWnd));
 }
 
 TEST_F(MaskEditTest, TheLastFieldTakesTheCheckerWithIt) {

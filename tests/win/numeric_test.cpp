@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/host.h"
@@ -25,29 +26,13 @@ MakeField Make(Args... args) {
 
 class NumericTest : public qvtest::HostTest {
 protected:
-    void TearDown() override {
-        if (!savedSeparator_.empty())
-            ::SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, savedSeparator_.c_str());
-        HostTest::TearDown();
-    }
-
-    // The user's decimal separator for this test; restored afterwards.
-    void UseSeparator(const wchar_t* separator) {
-        wchar_t buf[8] = {};
-        ::GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, buf, 8);
-        if (savedSeparator_.empty()) savedSeparator_ = buf;
-        ASSERT_TRUE(::SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator));
-    }
-
     // Creates `field` empty (or with `text`) and gives it the focus.
     void Place(XBaseEdit& field, const wchar_t* text = L"", int row = 0) {
-        ASSERT_TRUE(field.Create(text, 100 + row, RECT{10, 10 + 30 * row, 200, 34 + 30 * row}, font_, host_));
+        ASSERT_TRUE(field.Create(text, 100 + row, Row(row), font_, host_));
         field.SetFocus();
         field.SetSel(-1, -1);
     }
 
-    HFONT font_ = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
-    std::wstring savedSeparator_;
 };
 
 TEST_F(NumericTest, EachFieldTypesWhatItsPatternAllows) {
@@ -57,8 +42,7 @@ TEST_F(NumericTest, EachFieldTypesWhatItsPatternAllows) {
         {"float", Make<XMaskFloatEdit>(), L"1;5e3", L"1.5e3"},
         {"signed float(4, 0)", Make<XMaskSignedFloatEdit>(4, 0), L"-12.5", L"-125"},
         {"signed float(4, 2)", Make<XMaskSignedFloatEditColor>(4, 2), L"+0,25", L"+0.25"},
-        {"number", Make<XNumberEdit>(), L"1a2\x16", L"12"},
-        {"hex", Make<XHEXEditColor>(), L"fG9A\x03", L"f9A"},
+        {"number", Make<XNumberEdit>(), L"1a2\x16", L"12"}, {"hex", Make<XHEXEditColor>(), L"fG9A\x03", L"f9A"},
         {"binary", Make<XBinEdit>(), L"0121\b", L"01"},
     };
     for (const Case& c : cases) {
@@ -71,13 +55,8 @@ TEST_F(NumericTest, EachFieldTypesWhatItsPatternAllows) {
 }
 
 TEST_F(NumericTest, LeavingOutOfRangeShowsTheBoxAndKeepsTheFocus) {
-    struct Case {
-        const char* name;
-        MakeField make;
-        double lower, upper;
-        const wchar_t* text;
-        const wchar_t* shown;  // nullptr: no box, the focus moves on
-    } cases[] = {
+    // shown nullptr: no box, the focus moves on
+    struct Case { const char* name; MakeField make; double lower, upper; const wchar_t *text, *shown; } cases[] = {
         {"integer", Make<XMaskIntegerEdit>(), 10, 20, L"25", L"20"},
         {"signed integer", Make<XMaskSignedIntegerEdit>(), -5, 5, L"-", nullptr},
         {"signed integer", Make<XMaskSignedIntegerEditColor>(), 1, 5, L"-", L"1"},
@@ -96,25 +75,21 @@ TEST_F(NumericTest, LeavingOutOfRangeShowsTheBoxAndKeepsTheFocus) {
         other.SetFocus();
         if (!c.shown) {
             EXPECT_TRUE(rec_->boxes.boxes.empty());
-            EXPECT_EQ(::GetFocus(), other.m_hWnd);
-            EXPECT_EQ(TextOf(*field), c.text);
+            EXPECT_EQ(std::tuple(::GetFocus(), TextOf(*field)), std::tuple(other.m_hWnd, std::wstring(c.text)));
             continue;
         }
         ASSERT_EQ(rec_->boxes.boxes.size(), 1u);
         EXPECT_EQ(rec_->boxes.boxes[0].text, L"Value out of range");
-        EXPECT_EQ(::GetFocus(), field->m_hWnd);
-        EXPECT_EQ(TextOf(*field), c.shown);
-        int start = -1, end = -1;
-        field->GetSel(start, end);
-        EXPECT_EQ(start, 0);
-        EXPECT_EQ(end, static_cast<int>(wcslen(c.shown)));
+        EXPECT_EQ(std::tuple(::GetFocus(), TextOf(*field)), std::tuple(field->m_hWnd, std::wstring(c.shown)));
+        EXPECT_EQ(qvtest::SelOf(*field), std::pair(0, static_cast<int>(wcslen(c.shown))));
     }
 }
 
 TEST_F(NumericTest, ValuesAreWrittenAndReadInTheUsersLocale) {
     for (const wchar_t* sep : {L".", L","}) {
         SCOPED_TRACE(testing::Message() << "separator " << sep);
-        UseSeparator(sep);
+        qvtest::LocaleOverride locale;
+        ASSERT_TRUE(locale.Set(LOCALE_SDECIMAL, sep));
         XMaskFloatEdit amount(5, 2);
         Place(amount);
         EXPECT_EQ(amount.SetValue(3.14159), 1);

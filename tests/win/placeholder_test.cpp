@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "support/host.h"
@@ -26,27 +27,16 @@ class PlaceholderTest : public qvtest::HostTest {
 protected:
     // A masked field with the focus and the caret at the start.
     void Make(XMaskEdit& edit, const wchar_t* mask, wchar_t placeholder = L'_') {
-        ASSERT_TRUE(edit.Create(L"", 100, RECT{10, 10, 200, 34}, font_, host_));
+        ASSERT_TRUE(edit.Create(L"", 100, Row(0), font_, host_));
         edit.SetPlaceholder(placeholder);
         edit.SetMask(mask);
         edit.SetFocus();
     }
-    static std::pair<int, int> Sel(const XMaskEdit& edit) {
-        int start = -1, end = -1;
-        edit.GetSel(start, end);
-        return {start, end};
-    }
-    HFONT font_ = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
 };
 
 TEST_F(PlaceholderTest, TypingOverTheTemplate) {
-    struct Case {
-        const wchar_t* mask;
-        std::wstring keys;
-        const wchar_t* text;
-        int caret;
-        wchar_t placeholder = L'_';
-    } cases[] = {
+    struct Case { const wchar_t* mask; std::wstring keys; const wchar_t* text; int caret; wchar_t placeholder = L'_'; };
+    const Case cases[] = {
         {L"##.##", L"12", L"12.__", 3},                          // skips the '.'
         {L"#--#", L"12", L"1--_", 2},                            // one literal skipped: stuck before the second
         {L"##.##", L"12\b", L"12.__", 2},                        // Backspace after a literal only moves
@@ -64,8 +54,7 @@ TEST_F(PlaceholderTest, TypingOverTheTemplate) {
         XMaskEdit edit;
         Make(edit, c.mask, c.placeholder);
         Press(edit, c.keys);
-        EXPECT_EQ(TextOf(edit), c.text);
-        EXPECT_EQ(Sel(edit), std::make_pair(c.caret, c.caret));
+        EXPECT_EQ(std::tuple(TextOf(edit), qvtest::SelOf(edit)), std::tuple(c.text, std::pair(c.caret, c.caret)));
     }
 }
 
@@ -77,12 +66,10 @@ TEST_F(PlaceholderTest, KeysOnASelection) {
         SCOPED_TRACE(static_cast<int>(key));
         edit.SetSel(1, 4);
         Press(edit, std::wstring(1, key));
-        EXPECT_EQ(TextOf(edit), L"12.34");
-        EXPECT_EQ(Sel(edit), std::make_pair(1, 4));
+        EXPECT_EQ(std::tuple(TextOf(edit), qvtest::SelOf(edit)), std::tuple(L"12.34", std::pair(1, 4)));
     }
     Press(edit, std::wstring(1, kDel));
-    EXPECT_EQ(TextOf(edit), L"1_._4");
-    EXPECT_EQ(Sel(edit), std::make_pair(1, 1));
+    EXPECT_EQ(std::tuple(TextOf(edit), qvtest::SelOf(edit)), std::tuple(L"1_._4", std::pair(1, 1)));
     Press(edit, L"5");  // the template did not shift
     EXPECT_EQ(TextOf(edit), L"15._4");
 }
@@ -109,9 +96,8 @@ TEST_F(PlaceholderTest, CutAndPasteChangeNothing) {
     edit.SetSel(0, 5);
     edit.Cut();
     Press(edit, L"\x18");  // Ctrl+X
-    EXPECT_EQ(TextOf(edit), L"12.__");
-    EXPECT_EQ(ClipboardText(host_), L"99.99");
-    EXPECT_EQ(Sel(edit), std::make_pair(0, 5));
+    EXPECT_EQ(std::tuple(TextOf(edit), ClipboardText(host_), qvtest::SelOf(edit)),
+              std::tuple(L"12.__", L"99.99", std::pair(0, 5)));
 }
 
 // Notes an open popup menu and closes it (the menu loop dispatches timer
@@ -142,7 +128,7 @@ TEST_F(PlaceholderTest, NoContextMenuOnceMasked) {
 
 TEST_F(PlaceholderTest, WithoutAMaskTypesLikeABaseEdit) {
     XMaskEdit edit;
-    ASSERT_TRUE(edit.Create(L"", 100, RECT{10, 10, 200, 34}, font_, host_));
+    ASSERT_TRUE(edit.Create(L"", 100, Row(0), font_, host_));
     edit.SetFocus();
     Press(edit, L"ab\"c\b");
     EXPECT_EQ(TextOf(edit), L"ab\"");
@@ -153,8 +139,8 @@ TEST_F(PlaceholderTest, ColourVariantTypesAndPaints) {
     Make(edit, L"#-#");
     Press(edit, L"12");
     EXPECT_EQ(TextOf(edit), L"1-2");
-    EXPECT_EQ(edit.Scheme().TextColor(), RGB(8, 0, 0));
-    EXPECT_EQ(edit.Scheme().BkColor(), ::GetSysColor(COLOR_WINDOW));
+    EXPECT_EQ(std::tuple(edit.Scheme().TextColor(), edit.Scheme().BkColor()),
+              std::tuple(RGB(8, 0, 0), ::GetSysColor(COLOR_WINDOW)));
     // The parent's colour question reaches the field, which answers with its brush.
     HDC dc = ::GetDC(edit);
     EXPECT_EQ(::SendMessageW(host_, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(edit.m_hWnd)),

@@ -22,22 +22,8 @@ using qvtest::Windows;
 class PromptTest : public qvtest::HostTest {
 protected:
     void SetUp() override {
-        Settings({});
+        UseSettings({});
         HostTest::SetUp();
-    }
-    void TearDown() override {
-        HostTest::TearDown();
-        qv::Services::DefaultSettings().ClearStore();
-        XTooltip::ResetProcessSettings();
-    }
-    // The help folder and the given "Common" settings, read afresh by the next tooltip.
-    static void Settings(std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> common) {
-        auto& store = qv::Services::DefaultSettings();
-        store.ClearStore();
-        store.Set(L"customization", L"contextHelpOnCustomizationObjects", L"C:\\help\\");
-        for (const auto& [name, value] : common)
-            if (*value) store.Set(L"Common", name, value);
-        XTooltip::ResetProcessSettings();
     }
     // Moves the cursor onto `wnd` from outside, as a user's mouse does.
     void Hover(HWND wnd) {
@@ -48,28 +34,23 @@ protected:
             Pump(60);
         }
     }
-    HFONT font_ = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
     RECT rc_{20, 20, 220, 60};
 };
 
 TEST_F(PromptTest, PromptShowsItsTextWithLineEndsAndMandatoryMark) {
-    const struct {
-        const wchar_t* text;
-        bool mandatory;
-        const wchar_t* shown;
-    } cases[] = {{L"A\nB", false, L"\r\nB"}, {L"XY\nZ", false, L"XY\r\nZ"}, {L"Na\nme", true, L"Na\r\nme*"}};
+    const struct { const wchar_t* text; bool mandatory; const wchar_t* shown; } cases[] = {
+        {L"A\nB", false, L"\r\nB"}, {L"XY\nZ", false, L"XY\r\nZ"}, {L"Na\nme", true, L"Na\r\nme*"}};
     for (const auto& c : cases) {
         XBasePrompt prompt;
         prompt.Create(c.text, 7, rc_, font_, host_, false, false, L"", c.mandatory);
-        EXPECT_EQ(qvtest::TextOf(prompt), c.shown);
-        EXPECT_EQ(prompt.GetStyle(), 0x50020804u);
+        EXPECT_EQ(std::tuple(qvtest::TextOf(prompt), prompt.GetStyle()), std::tuple(c.shown, 0x50020804u));
     }
     XBasePrompt orphan;
     EXPECT_FALSE(orphan.Create(L"x", 1, rc_, font_, nullptr, false, false, L"tip", false));
 }
 
 TEST_F(PromptTest, F1OverAPromptTooltipOpensItsDocument) {
-    Settings({{L"tooltipdelaytime", L"5"}});
+    UseSettings({{L"tooltipdelaytime", L"5"}});
     for (const auto& [help, file] : {std::pair{L"Due<document>dates.htm</document>", L"dates.htm"}, {L"Plain", L""}}) {
         rec_->shell.calls.clear();
         const std::vector<HWND> before = Windows(L"XTooltip");
@@ -88,14 +69,10 @@ TEST_F(PromptTest, F1OverAPromptTooltipOpensItsDocument) {
 }
 
 TEST_F(PromptTest, StaticShowsItsHelpAndOpensItsDocumentOnF1) {
-    Settings({{L"tooltipdelaytime", L"5"}});
-    const struct {
-        const wchar_t* help;
-        size_t tooltips;
-        const wchar_t* target;  // null: F1 opens nothing
-    } cases[] = {
-        {L" ", 0, nullptr},
-        {L"Only text", 1, nullptr},
+    UseSettings({{L"tooltipdelaytime", L"5"}});
+    // target null: F1 opens nothing
+    const struct { const wchar_t* help; size_t tooltips; const wchar_t* target; } cases[] = {
+        {L" ", 0, nullptr}, {L"Only text", 1, nullptr},
         {L"Start date<document>dates.htm</document>", 2, L"C:\\help\\dates.htm"},
         {L"Web<document>http://example.org/page.htm</document>", 2, L"http://example.org/page.htm"},
     };
@@ -143,18 +120,14 @@ TEST_F(PromptTest, ReadOnlyFieldKeepsItsTextInThePrompt) {
     ASSERT_NE(prompt, nullptr);
     EXPECT_EQ(qvtest::TextOf(prompt), L"Start");
 
-    const struct {
-        int limit;
-        bool mask;
-        const wchar_t *set, *shown;
-    } cases[] = {{32767, true, L"ab12", L"AB12"}, {32767, true, L"ab-c", L""}, {5, false, L"Hello world", L"Hello"}};
+    const struct { int limit; bool mask; const wchar_t *set, *shown; } cases[] = {
+        {32767, true, L"ab12", L"AB12"}, {32767, true, L"ab-c", L""}, {5, false, L"Hello world", L"Hello"}};
     for (const auto& c : cases) {
         field.SetMaxInputChar(c.limit);
         field.ActivateInputMask09AZ(c.mask);
         EXPECT_EQ(field.SendMessage(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(c.set)), 0);
-        const std::wstring shown = c.shown;
-        EXPECT_EQ(qvtest::TextOf(prompt), shown);
-        EXPECT_EQ(field.SendMessage(WM_GETTEXTLENGTH), static_cast<LRESULT>(shown.size()));
+        EXPECT_EQ(std::tuple(qvtest::TextOf(prompt), field.SendMessage(WM_GETTEXTLENGTH)),
+                  std::tuple(c.shown, static_cast<LRESULT>(wcslen(c.shown))));
     }
     wchar_t buffer[8] = {};
     const std::tuple<WPARAM, LRESULT, const wchar_t*> reads[] = {{8, 6, L"Hello"}, {3, 3, L"He"}, {0, 0, L"He"}};
@@ -166,9 +139,7 @@ TEST_F(PromptTest, ReadOnlyFieldKeepsItsTextInThePrompt) {
     // The prompt stays 2 pixels inside the frame's client area.
     field.SetWindowPos(nullptr, 0, 0, 150, 60, SWP_NOMOVE | SWP_NOZORDER);
     const RECT client = field.GetClientRect();
-    RECT placed{};
-    ::GetWindowRect(prompt, &placed);
-    ::MapWindowPoints(nullptr, field, reinterpret_cast<POINT*>(&placed), 2);
+    const RECT placed = qvtest::RectIn(field, prompt);
     EXPECT_EQ(std::tie(placed.left, placed.top, placed.right, placed.bottom),
               std::make_tuple(2L, 2L, client.right - 2, client.bottom - 2));
 }

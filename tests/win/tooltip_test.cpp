@@ -4,6 +4,8 @@
 #include "tooltip/xtooltip.h"
 
 #include <string>
+#include <tuple>
+#include <utility>
 
 #include "frame/services.h"
 #include "support/host.h"
@@ -23,9 +25,9 @@ public:
     bool inside = false;  // between a move and WM_MOUSELEAVE
 
     bool Make(HWND host, int x, int y, const wchar_t* text = L"Plain tooltip text") {
-        if (!Create(L"STATIC", L"label", WS_CHILD | WS_VISIBLE | SS_NOTIFY, RECT{x, y, x + 160, y + 60}, host, 0))
+        if (!Create(L"STATIC", L"label", WS_CHILD | WS_VISIBLE | SS_NOTIFY, RECT{x, y, x + 160, y + 60}, host, 0) ||
+            !tip.Create(m_hWnd))
             return false;
-        if (!tip.Create(m_hWnd)) return false;
         tip.AddTool(m_hWnd, text);
         tip.SetDelayTime(XTooltip::kDelayInitial, 30);
         return true;
@@ -47,24 +49,9 @@ protected:
 class TooltipTest : public qvtest::HostTest {
 protected:
     void SetUp() override {
-        Configure(L"5", L"");
+        UseSettings({{L"tooltipdelaytime", L"5"}});
         HostTest::SetUp();
         ::SetCursorPos(0, 0);
-    }
-    void TearDown() override {
-        HostTest::TearDown();
-        qv::Services::DefaultSettings().ClearStore();
-        XTooltip::ResetProcessSettings();
-    }
-    // The process-wide settings are read by the first tooltip constructed
-    // after a reset.
-    static void Configure(const wchar_t* popupSeconds, const wchar_t* maxWidth) {
-        auto& store = qv::Services::DefaultSettings();
-        store.ClearStore();
-        if (*popupSeconds) store.Set(L"Common", L"tooltipdelaytime", popupSeconds);
-        if (*maxWidth) store.Set(L"Common", L"tooltipmaxtipwidth", maxWidth);
-        store.Set(L"customization", L"contextHelpOnCustomizationObjects", L"C:\\help\\");
-        XTooltip::ResetProcessSettings();
     }
     static void MoveTo(HWND wnd, int x, int y) {
         POINT p{x, y};
@@ -154,25 +141,19 @@ TEST_F(TooltipTest, BehaviourDecidesWhatMovingAndTimeDo) {
 }
 
 TEST_F(TooltipTest, ProcessSettingsSwitchOffAndWrap) {
-    const struct {
-        const wchar_t* popup;
-        const wchar_t* maxWidth;
-        bool window;
-        UINT displayTime;
-        size_t firstBreak;  // where AddTool puts the first "<br>" into 100 characters
-    } cases[] = {
+    // firstBreak: where AddTool puts the first "<br>" into 100 characters
+    const struct { const wchar_t *popup, *maxWidth; bool window; UINT displayTime; size_t firstBreak; } cases[] = {
         {L"", L"", false, 5000, 80},          // no setting: tooltips off
         {L"0", L"120", false, 5000, 80},      // 0 seconds: off, the width is not read
         {L"7", L"10", true, 7000, 80},        // widths below 80 wrap at 80
-        {L"2", L"90", true, 2000, 90},
-        {L"2", L"120", true, 2000, std::wstring::npos},
+        {L"2", L"90", true, 2000, 90}, {L"2", L"120", true, 2000, std::wstring::npos},
     };
     for (const auto& c : cases) {
-        Configure(c.popup, c.maxWidth);
+        UseSettings({{L"tooltipdelaytime", c.popup}, {L"tooltipmaxtipwidth", c.maxWidth}});  // read by the next tooltip
         XTooltip tip;
         EXPECT_TRUE(tip.Create(host_));
-        EXPECT_EQ(tip.m_hWnd != nullptr, c.window);
-        EXPECT_EQ(tip.GetDelayTime(XTooltip::kDelayAutoPop), c.displayTime);
+        EXPECT_EQ(std::tuple(tip.m_hWnd != nullptr, tip.GetDelayTime(XTooltip::kDelayAutoPop)),
+                  std::tuple(c.window, c.displayTime));
         tip.AddTool(host_, std::wstring(100, L'x'));
         tagXTOOLTIP_INFO info;
         ASSERT_TRUE(tip.GetTool(0, info));
@@ -187,18 +168,16 @@ TEST_F(TooltipTest, SettersFollowThePerToolMask) {
     tip.SetDirection(1, 0);
     tip.SetDirection(4, -1);  // out of range: ignored
     tip.SetStyles(XTooltip::kStyleAnchor, 7);  // no such tool: the default
-    EXPECT_EQ(tip.GetDirection(0), 1u);
-    EXPECT_EQ(tip.GetDirection(-1), 3u);
-    EXPECT_EQ(tip.GetMaskTool(0), UINT{XTooltip::kMaskDirection});
-    EXPECT_EQ(tip.GetStyles(0), UINT{XTooltip::kStyleAnchor});
+    EXPECT_EQ(std::tuple(tip.GetDirection(0), tip.GetDirection(-1)), std::tuple(1u, 3u));
+    EXPECT_EQ(std::tuple(tip.GetMaskTool(0), tip.GetStyles(0)),
+              std::tuple(XTooltip::kMaskDirection, XTooltip::kStyleAnchor));
     tip.ModifyStyles(0, XTooltip::kStyleShadow, 0);
-    EXPECT_EQ(tip.GetStyles(0), UINT{XTooltip::kStyleAnchor | XTooltip::kStyleShadow});
-    EXPECT_EQ(tip.GetStyles(-1), UINT{XTooltip::kStyleAnchor});
+    EXPECT_EQ(std::tuple(tip.GetStyles(0), tip.GetStyles(-1)),
+              std::tuple(XTooltip::kStyleAnchor | XTooltip::kStyleShadow, XTooltip::kStyleAnchor));
     tip.SetColor(9, RGB(1, 2, 3));
     EXPECT_EQ(tip.GetColor(9), ::GetSysColor(COLOR_INFOTEXT));
     tip.SetSize(11, 5);
-    EXPECT_EQ(tip.GetSize(11), 0);
-    EXPECT_EQ(tip.GetDelayTime(1), 0u);
+    EXPECT_EQ(std::tuple(tip.GetSize(11), tip.GetDelayTime(1)), std::tuple(0, 0u));
 }
 
 TEST_F(TooltipTest, BoxSitsBelowTheOwnersLineByKind) {
@@ -217,12 +196,8 @@ TEST_F(TooltipTest, BoxSitsBelowTheOwnersLineByKind) {
 }
 
 TEST_F(TooltipTest, F1OverAPromptOpensItsHelpAndReportsShellErrors) {
-    const struct {
-        int kind;
-        const wchar_t* help;
-        INT_PTR result;
-        const wchar_t* box;  // null: no box
-    } cases[] = {
+    // box null: no box
+    const struct { int kind; const wchar_t* help; INT_PTR result; const wchar_t* box; } cases[] = {
         {XTooltipOwnerKind::kOwnerPrompt, L"dates.htm", 42, nullptr},
         {XTooltipOwnerKind::kOwnerPrompt, L"dates.htm", 5, L"Access denied"},
         {XTooltipOwnerKind::kOwnerPrompt, L"dates.htm", 8, L"There was not enough memory to complete the operation"},
@@ -251,18 +226,13 @@ TEST_F(TooltipTest, F1OverAPromptOpensItsHelpAndReportsShellErrors) {
         ::SendMessageW(owner, WM_KEYDOWN, VK_F1, 0);
         EXPECT_EQ(::GetFocus(), edit) << "hiding gives the focus back";
         ASSERT_EQ(rec_->shell.calls.size(), opens ? 1u : 0u);
-        if (opens) {
-            EXPECT_EQ(rec_->shell.calls[0].verb, L"open");
-            EXPECT_EQ(rec_->shell.calls[0].file, L"dates.htm");
-            EXPECT_EQ(rec_->shell.calls[0].directory, L"C:\\help\\");
-            EXPECT_EQ(rec_->shell.calls[0].show, SW_SHOW);
-        }
+        for (const qvtest::RecordedShell& call : rec_->shell.calls)
+            EXPECT_EQ(std::tie(call.verb, call.file, call.directory, call.show),
+                      std::tuple(L"open", L"dates.htm", L"C:\\help\\", SW_SHOW));
         ASSERT_EQ(rec_->boxes.boxes.size(), c.box ? 1u : 0u) << c.result;
-        if (c.box) {
-            EXPECT_EQ(rec_->boxes.boxes[0].text, c.box);
-            EXPECT_EQ(rec_->boxes.boxes[0].caption, L"Open application");
-            EXPECT_EQ(rec_->boxes.boxes[0].type, UINT{MB_ICONHAND});
-        }
+        for (const qvtest::RecordedBox& box : rec_->boxes.boxes)
+            EXPECT_EQ(std::tie(box.text, box.caption, box.type),
+                      std::tuple(c.box, L"Open application", UINT{MB_ICONHAND}));
     }
 }
 
@@ -270,16 +240,11 @@ TEST_F(TooltipTest, WindowIsTheTextPlusMarginsShadowAndAnchor) {
     const wchar_t* text = L"Measured tooltip text";
     // The text's extent in 10-point Tahoma, as the screen shows it.
     HDC screen = ::GetDC(nullptr);
-    HDC mem = ::CreateCompatibleDC(screen);
     HFONT font = ::CreateFontW(-::MulDiv(10, ::GetDeviceCaps(screen, LOGPIXELSY), 72), 0, 0, 0, FW_NORMAL, 0, 0, 0,
                                DEFAULT_CHARSET, 0, 0, 0, 0, L"Tahoma");
-    HGDIOBJ old = ::SelectObject(mem, font);
-    SIZE extent{};
-    ::GetTextExtentPoint32W(mem, text, static_cast<int>(wcslen(text)), &extent);
-    ::SelectObject(mem, old);
-    ::DeleteObject(font);
-    ::DeleteDC(mem);
     ::ReleaseDC(nullptr, screen);
+    const SIZE extent = qvtest::TextExtent(nullptr, font, text);
+    ::DeleteObject(font);
 
     const struct {
         UINT styles;
@@ -300,20 +265,20 @@ TEST_F(TooltipTest, WindowIsTheTextPlusMarginsShadowAndAnchor) {
         const RECT wr = owner.tip.GetWindowRect();
         const int w = static_cast<int>(extent.cx) + 2 * 3 + c.extra;
         const int h = static_cast<int>(extent.cy) + 2 * 1 + c.anchorHeight + c.extra;
-        EXPECT_EQ(wr.right - wr.left, w + 2) << c.styles;
-        EXPECT_EQ(wr.bottom - wr.top, h + 2) << c.styles;
+        EXPECT_EQ(std::tuple(wr.right - wr.left, wr.bottom - wr.top), std::tuple(w + 2L, h + 2L)) << c.styles;
         HRGN rgn = ::CreateRectRgn(0, 0, 0, 0);
         ASSERT_NE(::GetWindowRgn(owner.tip, rgn), ERROR);
         RECT box{};
         ::GetRgnBox(rgn, &box);
-        EXPECT_EQ(box.right, w + 1) << c.styles;
-        EXPECT_EQ(box.bottom, h + 1) << c.styles;
+        EXPECT_EQ(std::tuple(box.right, box.bottom), std::tuple(w + 1L, h + 1L)) << c.styles;
         EXPECT_EQ(::PtInRegion(rgn, w, 0) != FALSE, c.topRightInside) << c.styles;
         ::DeleteObject(rgn);
         // What is on the screen: the border down the left side, the shadow in the far corner.
         HDC dc = ::GetDC(nullptr);
         EXPECT_EQ(::GetPixel(dc, wr.left, wr.top + h / 2), RGB(255, 0, 0)) << c.styles;
-        if (c.extra) EXPECT_EQ(::GetPixel(dc, wr.left + w, wr.top + h), RGB(0, 0, 255));
+        if (c.extra) {
+            EXPECT_EQ(::GetPixel(dc, wr.left + w, wr.top + h), RGB(0, 0, 255));
+        }
         ::ReleaseDC(nullptr, dc);
     }
 }

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "tooltip/xtooltip.h"
+
 namespace qvtest {
 
 namespace {
@@ -129,6 +131,56 @@ bool SetClipboard(HWND owner, const std::wstring& text) { return PutOnClipboard(
 std::string ClipboardAnsi(HWND owner) { return FromClipboard(owner, CF_TEXT, "<none>", "<closed>"); }
 std::wstring ClipboardText(HWND owner) { return FromClipboard(owner, CF_UNICODETEXT, L"", L""); }
 
+namespace {
+LRESULT CALLBACK SpyProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR see) {
+    (*reinterpret_cast<MessageSpy::See*>(see))(msg, wp, lp);
+    return ::DefSubclassProc(hwnd, msg, wp, lp);
+}
+}  // namespace
+
+MessageSpy::MessageSpy(HWND hwnd, See see) : hwnd_(hwnd), see_(std::move(see)) {
+    ::SetWindowSubclass(hwnd_, &SpyProc, reinterpret_cast<UINT_PTR>(this), reinterpret_cast<DWORD_PTR>(&see_));
+}
+
+MessageSpy::~MessageSpy() {
+    if (::IsWindow(hwnd_)) ::RemoveWindowSubclass(hwnd_, &SpyProc, reinterpret_cast<UINT_PTR>(this));
+}
+
+RECT RectIn(HWND parent, HWND child) {
+    RECT r{};
+    ::GetWindowRect(child, &r);
+    ::MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&r), 2);
+    return r;
+}
+
+SIZE TextExtent(HWND wnd, HFONT font, const std::wstring& text) {
+    HDC dc = ::GetDC(wnd);
+    HGDIOBJ old = ::SelectObject(dc, font);
+    SIZE extent{};
+    ::GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &extent);
+    ::SelectObject(dc, old);
+    ::ReleaseDC(wnd, dc);
+    return extent;
+}
+
+std::wstring Describe(const qv::LogEntry& e) {
+    wchar_t hr[16];
+    ::wsprintfW(hr, L"%08lX", static_cast<unsigned long>(e.hr));
+    return e.module + L"|" + e.function + L"|" + std::to_wstring(e.line) + L"|" + e.message + L"|" + hr;
+}
+
+bool LocaleOverride::Set(LCTYPE type, const wchar_t* value) {
+    wchar_t old[100] = {};
+    ::GetLocaleInfoW(LOCALE_USER_DEFAULT, type, old, 100);
+    saved_.emplace_back(type, old);
+    return ::SetLocaleInfoW(LOCALE_USER_DEFAULT, type, value) != FALSE;
+}
+
+LocaleOverride::~LocaleOverride() {
+    for (auto it = saved_.rbegin(); it != saved_.rend(); ++it)
+        ::SetLocaleInfoW(LOCALE_USER_DEFAULT, it->first, it->second.c_str());
+}
+
 std::vector<HWND> Windows(const wchar_t* cls, const std::vector<HWND>& old) {
     std::vector<HWND> found;
     for (HWND h = nullptr; (h = ::FindWindowExW(nullptr, h, cls, nullptr)) != nullptr;)
@@ -150,6 +202,17 @@ void HostTest::TearDown() {
     if (host_ && ::IsWindow(host_)) ::DestroyWindow(host_);
     Pump();
     rec_.reset();
+    qv::Services::DefaultSettings().ClearStore();
+    XTooltip::ResetProcessSettings();
+}
+
+void HostTest::UseSettings(std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> common) {
+    auto& store = qv::Services::DefaultSettings();
+    store.ClearStore();
+    store.Set(L"customization", L"contextHelpOnCustomizationObjects", L"C:\\help\\");
+    for (const auto& [name, value] : common)
+        if (*value) store.Set(L"Common", name, value);
+    XTooltip::ResetProcessSettings();
 }
 
 }  // namespace qvtest

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/recorders.h"
@@ -27,6 +28,14 @@ void TypeChars(HWND hwnd, const std::wstring& text);
 
 // The window text of any window.
 std::wstring TextOf(HWND hwnd);
+
+// The selection of an edit field object, as (start, end).
+template <class Edit>
+std::pair<int, int> SelOf(Edit& edit) {
+    int start = -1, end = -1;
+    edit.GetSel(start, end);
+    return {start, end};
+}
 
 // Pumps until `done` holds or about `ms` milliseconds have passed.
 bool WaitFor(const std::function<bool()>& done, DWORD ms = 4000);
@@ -58,16 +67,60 @@ bool SetClipboard(HWND owner, const std::wstring& text);
 std::string ClipboardAnsi(HWND owner);
 std::wstring ClipboardText(HWND owner);
 
+// Shows every message a window receives to `see` while it lives.
+class MessageSpy {
+public:
+    using See = std::function<void(UINT msg, WPARAM wp, LPARAM lp)>;
+    MessageSpy(HWND hwnd, See see);
+    ~MessageSpy();
+    MessageSpy(const MessageSpy&) = delete;
+    MessageSpy& operator=(const MessageSpy&) = delete;
+
+private:
+    HWND hwnd_;
+    See see_;
+};
+
+// Where `child` sits in `parent`'s client coordinates.
+RECT RectIn(HWND parent, HWND child);
+
+// The extent of `text` in `font` on `wnd`'s DC (the screen's for null).
+SIZE TextExtent(HWND wnd, HFONT font, const std::wstring& text);
+
+// A log entry as "module|function|line|message|hr (hex)", to compare whole.
+std::wstring Describe(const qv::LogEntry& entry);
+
+// Sets values of the user's locale and restores them when it goes.
+class LocaleOverride {
+public:
+    LocaleOverride() = default;
+    LocaleOverride(LCTYPE type, const wchar_t* value) { Set(type, value); }
+    ~LocaleOverride();
+    LocaleOverride(const LocaleOverride&) = delete;
+    LocaleOverride& operator=(const LocaleOverride&) = delete;
+    bool Set(LCTYPE type, const wchar_t* value);
+
+private:
+    std::vector<std::pair<LCTYPE, std::wstring>> saved_;
+};
+
 // The top-level windows of class `cls` that are not in `old`.
 std::vector<HWND> Windows(const wchar_t* cls, const std::vector<HWND>& old = {});
 bool AnyVisible(const std::vector<HWND>& windows);
 
 // Test base: a fresh host window for each test, destroyed afterwards, and
-// the recorders installed (rec_->boxes, rec_->shell).
+// the recorders installed (rec_->boxes, rec_->shell). The settings are
+// cleared after each test.
 class HostTest : public ::testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
+    // Rows for fields 190 x 24, 30 pixels apart.
+    static RECT Row(int i) { return RECT{10, 10 + 30 * i, 200, 34 + 30 * i}; }
+    // The help folder and the given "Common" settings (empty values left
+    // out), read afresh by the next tooltip.
+    static void UseSettings(std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> common);
+    HFONT font_ = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
     HWND host_ = nullptr;
     std::unique_ptr<Recorders> rec_;
 };
