@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "platform/window.h"
+#include "timing.h"
 
 namespace {
 
@@ -16,25 +17,20 @@ protected:
 };
 
 double PerMessageMicros(HWND target, UINT msg, WPARAM wp, LPARAM lp, int count) {
-    LARGE_INTEGER f, a, b;
-    ::QueryPerformanceFrequency(&f);
-    ::QueryPerformanceCounter(&a);
-    for (int i = 0; i < count; ++i) {
+    return qvbench::MicrosPerCall(count, [&](int i) {
         // Typing into an edit: keep the text at most 64 characters long,
         // like a field, so the edit's own cost stays that of a short text.
         if (msg == WM_CHAR && i % 64 == 0) ::SetWindowTextW(target, L"");
         ::SendMessageW(target, msg, wp, lp);
-    }
-    ::QueryPerformanceCounter(&b);
-    return 1e6 * static_cast<double>(b.QuadPart - a.QuadPart) / static_cast<double>(f.QuadPart) / count;
+    });
 }
 
 }  // namespace
 
 int main() {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
-    HWND host = ::CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 400, 300, nullptr, nullptr, nullptr, nullptr);
-    HWND raw = ::CreateWindowExW(0, L"EDIT", L"", WS_CHILD | ES_AUTOHSCROLL, 0, 0, 300, 20, host, nullptr, nullptr, nullptr);
+    const qvbench::Host bench;
+    HWND host = bench.window, raw = bench.rawEdit;
     Passthrough wrapped;
     wrapped.Create(L"EDIT", L"", WS_CHILD | ES_AUTOHSCROLL, RECT{0, 30, 300, 50}, host, 2);
     Reflected button;

@@ -8,16 +8,14 @@
 #include <cstdio>
 
 #include "masks/numeric.h"
+#include "timing.h"
 
 namespace {
 
 // Types `ch` `count` times; every 63 characters the text starts again from
 // "-", so the field holds at most 64 characters.
 double PerCharMicros(HWND target, wchar_t ch, int count) {
-    LARGE_INTEGER f, a, b;
-    ::QueryPerformanceFrequency(&f);
-    ::QueryPerformanceCounter(&a);
-    for (int i = 0; i < count; ++i) {
+    return qvbench::MicrosPerCall(count, [&](int i) {
         if (i % 63 == 0) {
             // Select all first: the decimal fields put a set text over the selection.
             ::SendMessageW(target, EM_SETSEL, 0, -1);
@@ -25,17 +23,15 @@ double PerCharMicros(HWND target, wchar_t ch, int count) {
             ::SendMessageW(target, EM_SETSEL, 1, 1);
         }
         ::SendMessageW(target, WM_CHAR, ch, 1);
-    }
-    ::QueryPerformanceCounter(&b);
-    return 1e6 * static_cast<double>(b.QuadPart - a.QuadPart) / static_cast<double>(f.QuadPart) / count;
+    });
 }
 
 }  // namespace
 
 int main() {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
-    HWND host = ::CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 400, 300, nullptr, nullptr, nullptr, nullptr);
-    HWND raw = ::CreateWindowExW(0, L"EDIT", L"", WS_CHILD | ES_AUTOHSCROLL, 0, 0, 300, 20, host, nullptr, nullptr, nullptr);
+    const qvbench::Host bench;
+    HWND host = bench.window, raw = bench.rawEdit;
     XMaskSignedFloatEdit field;
     field.Create(WS_CHILD | ES_AUTOHSCROLL, RECT{0, 30, 300, 50}, host, 2);
     const int n = 1000;

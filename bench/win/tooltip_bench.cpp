@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <string>
 
+#include "timing.h"
 #include "tooltip/xtooltip.h"
 
 namespace {
@@ -20,16 +21,6 @@ std::wstring SampleText() {
     std::wstring text;
     while (text.size() < 2000) text += block;
     return text + L"<al_r><ct=0xFF0000>Press F1 for more info...</ct>";
-}
-
-template <class F>
-double MicrosPerCall(int count, F f) {
-    LARGE_INTEGER freq, a, b;
-    ::QueryPerformanceFrequency(&freq);
-    ::QueryPerformanceCounter(&a);
-    for (int i = 0; i < count; ++i) f();
-    ::QueryPerformanceCounter(&b);
-    return 1e6 * static_cast<double>(b.QuadPart - a.QuadPart) / static_cast<double>(freq.QuadPart) / count;
 }
 
 }  // namespace
@@ -49,8 +40,8 @@ int main() {
     ::ReleaseDC(nullptr, screen);
 
     const int n = 300;
-    const double measure = MicrosPerCall(n, [&] { tip.PrintTitleString(measureDc, RECT{}, text, true); });
-    const double draw = MicrosPerCall(n, [&] { tip.PrintTitleString(drawDc, rect, text, false); });
+    const double measure = qvbench::MicrosPerCall(n, [&](int) { tip.PrintTitleString(measureDc, RECT{}, text, true); });
+    const double draw = qvbench::MicrosPerCall(n, [&](int) { tip.PrintTitleString(drawDc, rect, text, false); });
     std::printf("mark-up text: %u characters, %ld x %ld pixels\n", static_cast<unsigned>(text.size()), size.cx,
                 size.cy);
     std::printf("measuring pass (memory DC):  %.1f us\n", measure);
