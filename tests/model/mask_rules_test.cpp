@@ -39,7 +39,6 @@ const KeyCase kKeyCases[] = {
     {L"#?(.)(#?)", L"0.", 2, 2, L'5', L"0.5", 3},   // no digit after the zero
     {kDecimal, L"5.5", 0, 0, L'0', L"5.5", -1},     // zero before a digit in a decimal number
     {L"(+|-)#?", L"-0", 2, 2, L'5', L"-5", 1},      // the caret stands where the zero was
-    {L"(+|-)#?", L"-0", 2, 2, L'0', L"-0", -1},
     {L"(+|-)#?", L"", 0, 0, L'-', L"-", 1},         // a lone sign while typing
     {L"#3?", L"123", 3, 3, L'4', L"123", -1},       // a fourth digit
     {L"#?", L"123", 0, 3, L'9', L"9", 1},           // the selection is replaced

@@ -54,9 +54,9 @@ TEST_F(BaseListsTest, TabAndEnterWalkThroughTheForm) {
         {form.edit, L"\t", false, form.lines},    {form.lines, L"\t", false, form.combo},
         {form.combo, L"\r", false, part},         {part, L"\t", false, form.list},
         {form.list, L"\r", false, form.checks},   {form.checks, L"\t", false, form.edit},
-        {form.edit, L"\t", true, form.checks},    {form.checks, L"\r", true, form.list},
-        {form.list, L"\t", true, part},           {part, L"\r", true, form.combo},
-        {form.combo, L"\t", true, form.lines},    {form.lines, L"\t", true, form.edit},
+        // Backwards: round to the last field, out of the edit part, out of the multi-line edit.
+        {form.edit, L"\t", true, form.checks},    {part, L"\r", true, form.combo},
+        {form.lines, L"\t", true, form.edit},
     };
     form.edit.SetFocus();
     {

