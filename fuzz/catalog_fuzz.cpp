@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "common/utf8.h"
-#include "frame/catalog.h"
+#include "quorvel/common/utf8.h"
+#include "quorvel/frame/catalog.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::wstring content = qv::Utf8ToWide(std::string_view(reinterpret_cast<const char*>(data), size));

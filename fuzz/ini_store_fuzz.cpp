@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "common/utf8.h"
-#include "common/charclass.h"
-#include "frame/ini_store.h"
+#include "quorvel/common/utf8.h"
+#include "quorvel/common/charclass.h"
+#include "quorvel/frame/ini_store.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::wstring content = qv::Utf8ToWide(std::string_view(reinterpret_cast<const char*>(data), size));

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "tooltip/markup.h"
+#include "quorvel/tooltip/markup.h"
 
 namespace {
 

@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include "common/utf8.h"
-#include "masks/pattern.h"
-#include "masks/pattern_lint.h"
+#include "quorvel/common/utf8.h"
+#include "quorvel/masks/pattern.h"
+#include "quorvel/masks/pattern_lint.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view input(reinterpret_cast<const char*>(data), size);

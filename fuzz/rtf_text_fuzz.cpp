@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "common/utf8.h"
-#include "frame/rtf_text.h"
+#include "quorvel/common/utf8.h"
+#include "quorvel/frame/rtf_text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::wstring rtf = qv::Utf8ToWide(std::string_view(reinterpret_cast<const char*>(data), size));

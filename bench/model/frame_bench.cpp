@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "frame/number_text.h"
-#include "frame/rtf_text.h"
+#include "quorvel/frame/number_text.h"
+#include "quorvel/frame/rtf_text.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "tooltip/markup.h"
+#include "quorvel/tooltip/markup.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 
 #include <string>
 
-#include "masks/mask_rules.h"
-#include "masks/pattern.h"
+#include "quorvel/masks/mask_rules.h"
+#include "quorvel/masks/pattern.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <regex>
 #include <string>
 
-#include "masks/pattern.h"
+#include "quorvel/masks/pattern.h"
 
 namespace {
 

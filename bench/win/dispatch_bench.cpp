@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-#include "platform/window.h"
+#include "quorvel/platform/window.h"
 #include "timing.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "masks/numeric.h"
+#include "quorvel/masks/numeric.h"
 #include "timing.h"
 
 namespace {

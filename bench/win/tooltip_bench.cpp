@@ -7,7 +7,7 @@
 #include <string>
 
 #include "timing.h"
-#include "tooltip/xtooltip.h"
+#include "quorvel/tooltip/xtooltip.h"
 
 namespace {
 

@@ -11,10 +11,10 @@
 #include <cstdio>
 #include <string>
 
-#include "frame/services.h"
-#include "frame/session.h"
-#include "platform/com.h"
-#include "tooltip/xtooltip.h"
+#include "quorvel/frame/services.h"
+#include "quorvel/frame/session.h"
+#include "quorvel/platform/com.h"
+#include "quorvel/tooltip/xtooltip.h"
 
 namespace gallery {
 

@@ -5,12 +5,12 @@
 #include <string>
 
 #include "gallery.h"
-#include "controls/base_buttons.h"
-#include "controls/base_edit.h"
-#include "controls/base_lists.h"
-#include "controls/base_readonly.h"
-#include "controls/prompt.h"
-#include "controls/static_text.h"
+#include "quorvel/controls/base_buttons.h"
+#include "quorvel/controls/base_edit.h"
+#include "quorvel/controls/base_lists.h"
+#include "quorvel/controls/base_readonly.h"
+#include "quorvel/controls/prompt.h"
+#include "quorvel/controls/static_text.h"
 
 namespace gallery {
 

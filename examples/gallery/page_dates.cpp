@@ -5,8 +5,8 @@
 #include <string>
 
 #include "gallery.h"
-#include "masks/date_edits.h"
-#include "masks/datetime_field.h"
+#include "quorvel/masks/date_edits.h"
+#include "quorvel/masks/datetime_field.h"
 
 namespace gallery {
 

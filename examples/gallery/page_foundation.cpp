@@ -4,12 +4,12 @@
 #include <string>
 
 #include "gallery.h"
-#include "frame/services.h"
-#include "frame/siblings.h"
-#include "platform/checklistbox.h"
-#include "platform/dialog.h"
-#include "platform/module.h"
-#include "platform/window.h"
+#include "quorvel/frame/services.h"
+#include "quorvel/frame/siblings.h"
+#include "quorvel/platform/checklistbox.h"
+#include "quorvel/platform/dialog.h"
+#include "quorvel/platform/module.h"
+#include "quorvel/platform/window.h"
 #include "resource.h"
 
 namespace gallery {

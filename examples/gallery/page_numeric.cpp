@@ -7,10 +7,10 @@
 #include <string>
 
 #include "gallery.h"
-#include "frame/services.h"
-#include "masks/maskedit.h"
-#include "masks/numeric.h"
-#include "masks/placeholder.h"
+#include "quorvel/frame/services.h"
+#include "quorvel/masks/maskedit.h"
+#include "quorvel/masks/numeric.h"
+#include "quorvel/masks/placeholder.h"
 
 namespace gallery {
 

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "gallery.h"
-#include "masks/pattern.h"
-#include "masks/pattern_lint.h"
-#include "platform/window.h"
+#include "quorvel/masks/pattern.h"
+#include "quorvel/masks/pattern_lint.h"
+#include "quorvel/platform/window.h"
 
 namespace gallery {
 

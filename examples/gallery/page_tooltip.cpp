@@ -6,8 +6,8 @@
 #include <string>
 
 #include "gallery.h"
-#include "platform/window.h"
-#include "tooltip/xtooltip.h"
+#include "quorvel/platform/window.h"
+#include "quorvel/tooltip/xtooltip.h"
 
 namespace gallery {
 

@@ -1,4 +1,4 @@
-#include "frame/catalog.h"
+#include "quorvel/frame/catalog.h"
 
 #include <gtest/gtest.h>
 

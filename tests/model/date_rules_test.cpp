@@ -1,11 +1,11 @@
 // The compound date-and-time field's picker layout and range spans in days.
-#include "masks/date_rules.h"
+#include "quorvel/masks/date_rules.h"
 
 #include <gtest/gtest.h>
 
 #include <tuple>
 
-#include "common/oledate.h"
+#include "quorvel/common/oledate.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "controls/help_text_rules.h"
+#include "quorvel/controls/help_text_rules.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "frame/ini_store.h"
+#include "quorvel/frame/ini_store.h"
 
 #include <gtest/gtest.h>
 

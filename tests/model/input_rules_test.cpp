@@ -1,4 +1,4 @@
-#include "controls/input_rules.h"
+#include "quorvel/controls/input_rules.h"
 
 #include <gtest/gtest.h>
 

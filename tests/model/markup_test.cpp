@@ -1,4 +1,4 @@
-#include "tooltip/markup.h"
+#include "quorvel/tooltip/markup.h"
 
 #include <gtest/gtest.h>
 

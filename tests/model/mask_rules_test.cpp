@@ -1,4 +1,4 @@
-#include "masks/mask_rules.h"
+#include "quorvel/masks/mask_rules.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <tuple>
 #include <utility>
 
-#include "masks/pattern.h"
+#include "quorvel/masks/pattern.h"
 
 namespace {
 

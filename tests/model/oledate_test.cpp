@@ -1,6 +1,6 @@
 // OLE DATE arithmetic: the day origin, the forward-counting time of negative
 // dates, calendar edges and rejected input.
-#include "common/oledate.h"
+#include "quorvel/common/oledate.h"
 
 #include <gtest/gtest.h>
 

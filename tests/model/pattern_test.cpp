@@ -1,5 +1,5 @@
-#include "masks/pattern.h"
-#include "masks/pattern_lint.h"
+#include "quorvel/masks/pattern.h"
+#include "quorvel/masks/pattern_lint.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "masks/placeholder_rules.h"
+#include "quorvel/masks/placeholder_rules.h"
 
 #include <gtest/gtest.h>
 

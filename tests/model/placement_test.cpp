@@ -1,4 +1,4 @@
-#include "tooltip/placement.h"
+#include "quorvel/tooltip/placement.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "frame/rtf_text.h"
+#include "quorvel/frame/rtf_text.h"
 
 #include <gtest/gtest.h>
 

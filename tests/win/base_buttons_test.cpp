@@ -1,12 +1,12 @@
 // The buttons on a real form: Tab/Enter/Shift+Tab focus moves, focus
 // notifications to the parent (also through a group box), the three-state
 // cycle, and colours that reach a prompt caption or inner prompt.
-#include "controls/base_buttons.h"
+#include "quorvel/controls/base_buttons.h"
 
 #include <tuple>
 #include <vector>
 
-#include "controls/base_readonly.h"
+#include "quorvel/controls/base_readonly.h"
 #include "support/host.h"
 
 namespace {

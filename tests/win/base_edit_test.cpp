@@ -1,7 +1,7 @@
 // The base edits on real EDIT controls: typing against the limit and the
 // 0-9/A-Z restriction, validation when the focus leaves, Tab and Enter, the
 // parent's focus notification and the colours.
-#include "controls/base_edit.h"
+#include "quorvel/controls/base_edit.h"
 
 #include <commctrl.h>
 

@@ -1,12 +1,12 @@
 // The base combo, list and check-list boxes on real controls: focus keys
 // through a form, tooltips, colours, the coloured combo box's drop-down size
 // and the tabbed check list.
-#include "controls/base_lists.h"
+#include "quorvel/controls/base_lists.h"
 
 #include <algorithm>
 #include <vector>
 
-#include "frame/services.h"
+#include "quorvel/frame/services.h"
 #include "support/host.h"
 
 namespace {

@@ -1,13 +1,13 @@
 // The check list box: toggling by mouse and keyboard, the check styles, the
 // item height, and per-item states that follow the list's items.
-#include "platform/checklistbox.h"
+#include "quorvel/platform/checklistbox.h"
 
 #include <optional>
 #include <tuple>
 #include <utility>
 #include <vector>
 
-#include "platform/gdi.h"
+#include "quorvel/platform/gdi.h"
 #include "support/host.h"
 
 namespace {

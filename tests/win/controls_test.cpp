@@ -1,8 +1,8 @@
 // The stock-control wrappers drive the real controls: what a wrapper sets is
 // what the control shows and answers.
-#include "platform/controls.h"
+#include "quorvel/platform/controls.h"
 
-#include "platform/datetime.h"
+#include "quorvel/platform/datetime.h"
 
 #include <tuple>
 #include <utility>

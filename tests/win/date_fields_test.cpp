@@ -2,8 +2,8 @@
 // "no date" state and log entries; the compound field's layout, ids,
 // notifications and Tab steps; values as text in a German and an English
 // user locale; DDX_DateTime in a real dialog.
-#include "masks/date_edits.h"
-#include "masks/datetime_field.h"
+#include "quorvel/masks/date_edits.h"
+#include "quorvel/masks/datetime_field.h"
 
 #include <commctrl.h>
 

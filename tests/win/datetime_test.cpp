@@ -1,6 +1,6 @@
 // The date-time value: text in the user's locale both ways, strftime
 // formats, the null and invalid states, and ordering before 1899-12-30.
-#include "platform/datetime.h"
+#include "quorvel/platform/datetime.h"
 
 #include <string>
 #include <tuple>

@@ -1,13 +1,13 @@
 // Library dialogs: the template comes from the library even when the host has
 // one with the same number; initialisation and data exchange run in order and
 // in both directions; OK, Cancel and the close box end a modal dialog.
-#include "platform/dialog.h"
+#include "quorvel/platform/dialog.h"
 
 #include <string>
 #include <tuple>
 #include <vector>
 
-#include "platform/module.h"
+#include "quorvel/platform/module.h"
 #include "resources/resource.h"
 #include "support/host.h"
 

@@ -9,10 +9,10 @@
 #include <tuple>
 #include <utility>
 
-#include "frame/app.h"
-#include "frame/services.h"
-#include "frame/session.h"
-#include "frame/siblings.h"
+#include "quorvel/frame/app.h"
+#include "quorvel/frame/services.h"
+#include "quorvel/frame/session.h"
+#include "quorvel/frame/siblings.h"
 #include "support/host.h"
 
 namespace {

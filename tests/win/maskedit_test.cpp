@@ -1,13 +1,13 @@
 // The masked edit on real EDIT controls: keystrokes, Delete and Backspace,
 // cut and paste through the real clipboard, the error box when the field is
 // left, and the shared checker's life.
-#include "masks/maskedit.h"
+#include "quorvel/masks/maskedit.h"
 
 #include <string>
 #include <tuple>
 #include <utility>
 
-#include "masks/numeric.h"
+#include "quorvel/masks/numeric.h"
 #include "support/host.h"
 
 namespace {

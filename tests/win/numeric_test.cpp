@@ -2,7 +2,7 @@
 // their limits when they are left, values written and read in the user's
 // locale (also one with a decimal comma), the decimal fields' text
 // messages, the digit fields and the colour variants.
-#include "masks/numeric.h"
+#include "quorvel/masks/numeric.h"
 
 #include <functional>
 #include <memory>

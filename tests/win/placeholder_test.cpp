@@ -2,7 +2,7 @@
 // template with real key messages, Backspace and Delete putting
 // placeholders back, the caret keys, and cut, paste and the context menu
 // being unavailable.
-#include "masks/placeholder.h"
+#include "quorvel/masks/placeholder.h"
 
 #include <commctrl.h>
 

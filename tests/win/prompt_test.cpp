@@ -1,15 +1,15 @@
 // The context-help labels on a real form: the prompt's text and its mark-up
 // tooltip with F1 help, the static label's standard tooltips and F1 help
 // through the shell, and the read-only field whose text lives in a prompt.
-#include "controls/prompt.h"
+#include "quorvel/controls/prompt.h"
 
 #include <string>
 #include <tuple>
 #include <vector>
 
-#include "controls/base_readonly.h"
-#include "controls/static_text.h"
-#include "frame/services.h"
+#include "quorvel/controls/base_readonly.h"
+#include "quorvel/controls/static_text.h"
+#include "quorvel/frame/services.h"
 #include "support/host.h"
 
 namespace {

@@ -1,13 +1,13 @@
 // The mark-up tooltip window under a real message loop: delays, hiding,
 // one tooltip at a time, behaviour flags, the process-wide switch-off, F1
 // help over a prompt, and the shape of the shown window.
-#include "tooltip/xtooltip.h"
+#include "quorvel/tooltip/xtooltip.h"
 
 #include <string>
 #include <tuple>
 #include <utility>
 
-#include "frame/services.h"
+#include "quorvel/frame/services.h"
 #include "support/host.h"
 
 namespace {

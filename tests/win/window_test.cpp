@@ -1,8 +1,8 @@
 // The window object: attaching, reflection to the right child, detaching in
 // either destruction order.
-#include "platform/window.h"
+#include "quorvel/platform/window.h"
 
-#include "platform/module.h"
+#include "quorvel/platform/module.h"
 
 #include <optional>
 #include <tuple>

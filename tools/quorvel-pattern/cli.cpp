@@ -1,8 +1,8 @@
 #include "cli.h"
 
-#include "common/utf8.h"
-#include "masks/pattern.h"
-#include "masks/pattern_lint.h"
+#include "quorvel/common/utf8.h"
+#include "quorvel/masks/pattern.h"
+#include "quorvel/masks/pattern_lint.h"
 
 namespace qvtool {
 namespace {

@@ -12,7 +12,7 @@
 #include <io.h>
 #include <windows.h>
 
-#include "common/utf8.h"
+#include "quorvel/common/utf8.h"
 #define QV_READ _read
 #else
 #include <unistd.h>

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "tooltip/xtooltip.h"
+#include "quorvel/tooltip/xtooltip.h"
 
 namespace qvtest {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/services.h"
+#include "quorvel/frame/services.h"
 
 namespace qvtest {
 

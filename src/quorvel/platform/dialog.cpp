@@ -1,0 +1,149 @@
+#include "quorvel/platform/dialog.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cwchar>
+
+#include "quorvel/frame/zt_lang.h"
+#include "quorvel/platform/module.h"
+
+namespace qv {
+
+// ---------------------------------------------------------------------------
+// DataExchange
+
+DataExchange::DataExchange(Dialog* dialog, bool saveAndValidate) noexcept
+    : m_pDlgWnd(dialog), m_hDlg(dialog ? dialog->m_hWnd : nullptr), m_bSaveAndValidate(saveAndValidate) {}
+
+HWND DataExchange::PrepareCtrl(int id) noexcept {
+    m_hWndLastControl = ::GetDlgItem(m_hDlg, id);
+    return m_hWndLastControl;
+}
+
+void DataExchange::Fail() noexcept {
+    m_bFailed = true;
+    if (!m_bSaveAndValidate || !m_hWndLastControl) return;
+    ::SetFocus(m_hWndLastControl);
+    wchar_t cls[16] = {};
+    ::GetClassNameW(m_hWndLastControl, cls, 16);
+    if (::lstrcmpiW(cls, L"Edit") == 0) ::SendMessageW(m_hWndLastControl, EM_SETSEL, 0, -1);
+}
+
+void DDX_Text(DataExchange* dx, int id, std::wstring& value) {
+    if (dx->m_bFailed) return;
+    HWND ctrl = dx->PrepareCtrl(id);
+    if (!ctrl) {
+        dx->Fail();
+        return;
+    }
+    if (dx->m_bSaveAndValidate) {
+        const int len = ::GetWindowTextLengthW(ctrl);
+        std::wstring text(static_cast<size_t>(len) + 1, L'\0');
+        text.resize(static_cast<size_t>((std::max)(0, ::GetWindowTextW(ctrl, text.data(), len + 1))));
+        value = std::move(text);
+    } else {
+        ::SetWindowTextW(ctrl, value.c_str());
+    }
+}
+
+void DDX_Text(DataExchange* dx, int id, int& value) {
+    if (dx->m_bFailed) return;
+    if (!dx->m_bSaveAndValidate) {
+        HWND ctrl = dx->PrepareCtrl(id);
+        if (!ctrl) {
+            dx->Fail();
+            return;
+        }
+        ::SetWindowTextW(ctrl, std::to_wstring(value).c_str());
+        return;
+    }
+    std::wstring text;
+    DDX_Text(dx, id, text);
+    if (dx->m_bFailed) return;
+    const wchar_t* begin = text.c_str();
+    wchar_t* end = nullptr;
+    errno = 0;
+    const long long parsed = std::wcstoll(begin, &end, 10);
+    while (*end == L' ' || *end == L'\t') ++end;
+    if (end == begin || *end || errno == ERANGE || parsed < INT_MIN || parsed > INT_MAX) {
+        dx->Fail();
+        return;
+    }
+    value = static_cast<int>(parsed);
+}
+
+// ---------------------------------------------------------------------------
+// Dialog
+
+Dialog::~Dialog() {
+    // A modeless dialog belongs to its object; a modal one has ended before
+    // DoModal returned.
+    if (m_hWnd && ::IsWindow(m_hWnd) && !m_modal) ::DestroyWindow(m_hWnd);
+}
+
+INT_PTR Dialog::DoModal(HWND parent) {
+    if (m_hWnd) return -1;
+    m_modal = true;
+    const INT_PTR result = ::DialogBoxParamW(LibraryModule(), MAKEINTRESOURCEW(m_templateId), parent, &Dialog::DialogProc,
+                                             reinterpret_cast<LPARAM>(this));
+    m_modal = false;
+    return result;
+}
+
+bool Dialog::Create(HWND parent) {
+    if (m_hWnd) return false;
+    m_modal = false;
+    HWND hwnd = ::CreateDialogParamW(LibraryModule(), MAKEINTRESOURCEW(m_templateId), parent, &Dialog::DialogProc,
+                                     reinterpret_cast<LPARAM>(this));
+    return hwnd && m_hWnd == hwnd;
+}
+
+INT_PTR CALLBACK Dialog::DialogProc(HWND hwnd, UINT msg, WPARAM, LPARAM lp) {
+    // Only WM_INITDIALOG is handled here; every later message reaches the
+    // object through its subclass, ahead of the dialog manager.
+    if (msg != WM_INITDIALOG) return FALSE;
+    auto* self = reinterpret_cast<Dialog*>(lp);
+    if (!self || !self->Attach(hwnd)) return TRUE;
+    const BOOL setFocus = self->OnInitDialog();
+    ::CoTranslateWindow(hwnd);
+    return setFocus;
+}
+
+void Dialog::EndDialog(int result) {
+    if (!m_hWnd) return;
+    if (m_modal)
+        ::EndDialog(m_hWnd, result);
+    else
+        ::DestroyWindow(m_hWnd);
+}
+
+bool Dialog::UpdateData(bool save) {
+    DataExchange dx(this, save);
+    DoDataExchange(&dx);
+    return !dx.m_bFailed;
+}
+
+BOOL Dialog::OnInitDialog() {
+    UpdateData(false);
+    return TRUE;
+}
+
+void Dialog::OnOK() {
+    if (UpdateData(true)) EndDialog(IDOK);
+}
+
+void Dialog::OnCancel() { EndDialog(IDCANCEL); }
+
+BOOL Dialog::OnCommand(WPARAM wp, LPARAM lp) {
+    if (HIWORD(wp) == BN_CLICKED) {
+        switch (LOWORD(wp)) {
+        case IDOK: OnOK(); return TRUE;
+        case IDCANCEL: OnCancel(); return TRUE;
+        default: break;
+        }
+    }
+    return Window::OnCommand(wp, lp);
+}
+
+}  // namespace qv
