@@ -13,5 +13,7 @@ set(CMAKE_FIND_ROOT_PATH /usr/${QV_MINGW_PREFIX})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+# Packages are looked for in the MinGW root and in the prefixes a build names
+# (CMAKE_PREFIX_PATH), so a package installed into a scratch prefix is found.
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)
 

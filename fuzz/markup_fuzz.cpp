@@ -18,7 +18,7 @@ public:
     explicit CheckingSurface(int avgChar) : m_avgChar(avgChar) {}
     int depth = 0;
 
-    void SelectFont(const qv::FontDesc& font) override {
+    void UseFont(const qv::FontDesc& font) override {
         if (++depth != 1 || font.weight < 0 || font.weight > 900) std::abort();
         m_bold = font.weight > 400;
     }

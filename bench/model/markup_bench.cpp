@@ -11,7 +11,7 @@ namespace {
 
 class NullSurface : public qv::MarkupSurface {
 public:
-    void SelectFont(const qv::FontDesc&) override {}
+    void UseFont(const qv::FontDesc&) override {}
     void RestoreFont() override {}
     qv::TipTextMetrics GetMetrics() override { return {16, 6}; }
     qv::TipSize MeasureText(std::wstring_view text) override { return {6 * static_cast<int>(text.size()), 16}; }

@@ -24,7 +24,7 @@ public:
     int depth = 0;     // fonts of the layout currently selected
     int selects = 0;
 
-    void SelectFont(const qv::FontDesc& font) override {
+    void UseFont(const qv::FontDesc& font) override {
         EXPECT_EQ(depth++, 0) << "a font selected over another";
         ++selects;
         m_font = font;

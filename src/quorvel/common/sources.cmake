@@ -3,3 +3,7 @@ list(APPEND QV_MODEL_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/oledate.cpp
   ${CMAKE_CURRENT_LIST_DIR}/utf8.cpp
 )
+# Installed headers: what a host includes, and what those include.
+list(APPEND QV_PUBLIC_HEADERS
+  ${CMAKE_CURRENT_LIST_DIR}/api.h
+)

@@ -8,3 +8,15 @@ if(QV_CONTROLS_RULES)
   list(REMOVE_ITEM QV_CONTROLS_ALL ${QV_CONTROLS_RULES})
 endif()
 list(APPEND QV_WIN_SOURCES ${QV_CONTROLS_ALL})
+# Installed headers: what a host includes, and what those include.
+list(APPEND QV_PUBLIC_HEADERS
+  ${CMAKE_CURRENT_LIST_DIR}/base_buttons.h
+  ${CMAKE_CURRENT_LIST_DIR}/base_edit.h
+  ${CMAKE_CURRENT_LIST_DIR}/base_keys.h
+  ${CMAKE_CURRENT_LIST_DIR}/base_lists.h
+  ${CMAKE_CURRENT_LIST_DIR}/base_readonly.h
+  ${CMAKE_CURRENT_LIST_DIR}/color.h
+  ${CMAKE_CURRENT_LIST_DIR}/input_rules.h
+  ${CMAKE_CURRENT_LIST_DIR}/prompt.h
+  ${CMAKE_CURRENT_LIST_DIR}/static_text.h
+)

@@ -12,3 +12,12 @@ list(APPEND QV_WIN_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/siblings.cpp
   ${CMAKE_CURRENT_LIST_DIR}/va_config.cpp
 )
+# Installed headers: what a host includes, and what those include.
+list(APPEND QV_PUBLIC_HEADERS
+  ${CMAKE_CURRENT_LIST_DIR}/app.h
+  ${CMAKE_CURRENT_LIST_DIR}/services.h
+  ${CMAKE_CURRENT_LIST_DIR}/session.h
+  ${CMAKE_CURRENT_LIST_DIR}/siblings.h
+  ${CMAKE_CURRENT_LIST_DIR}/va_config.h
+  ${CMAKE_CURRENT_LIST_DIR}/zt_lang.h
+)

@@ -39,7 +39,7 @@ public:
     bool Create(DWORD style, const RECT& rect, HWND parent, UINT id);
     // False for a list box that is not owner-drawn with strings.
     bool Attach(HWND hwnd);
-    bool SubclassWindow(HWND hwnd) { return Attach(hwnd); }
+    bool (SubclassWindow)(HWND hwnd) { return Attach(hwnd); }
     bool SubclassDlgItem(UINT id, HWND parent);
 
     // BS_CHECKBOX, BS_AUTOCHECKBOX, BS_AUTO3STATE or BS_3STATE; false for others.

@@ -30,7 +30,7 @@ LOGFONTW GdiMarkupSurface::Apply(const LOGFONTW& base, const FontDesc& font) {
     return lf;
 }
 
-void GdiMarkupSurface::SelectFont(const FontDesc& font) {
+void GdiMarkupSurface::UseFont(const FontDesc& font) {
     RestoreFont();
     const LOGFONTW lf = Apply(m_base, font);
     m_font = ::CreateFontIndirectW(&lf);

@@ -23,7 +23,7 @@ public:
     GdiMarkupSurface(const GdiMarkupSurface&) = delete;
     GdiMarkupSurface& operator=(const GdiMarkupSurface&) = delete;
 
-    void SelectFont(const FontDesc& font) override;
+    void UseFont(const FontDesc& font) override;
     void RestoreFont() override;
     TipTextMetrics GetMetrics() override;
     TipSize MeasureText(std::wstring_view text) override;
@@ -41,7 +41,7 @@ public:
 private:
     HDC m_dc;
     LOGFONTW m_base;
-    HFONT m_font = nullptr;     // the font SelectFont created
+    HFONT m_font = nullptr;     // the font UseFont created
     HGDIOBJ m_previous = nullptr;
 };
 

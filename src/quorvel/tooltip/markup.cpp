@@ -148,7 +148,7 @@ private:
 // selected back out at the end, also when an allocation fails midway.
 class FontScope {
 public:
-    explicit FontScope(MarkupSurface& surface, const FontDesc& font) : m_surface(surface) { m_surface.SelectFont(font); }
+    explicit FontScope(MarkupSurface& surface, const FontDesc& font) : m_surface(surface) { m_surface.UseFont(font); }
     ~FontScope() { m_surface.RestoreFont(); }
     FontScope(const FontScope&) = delete;
     FontScope& operator=(const FontScope&) = delete;
@@ -317,7 +317,7 @@ void Layout::Perform(const Tag& tag, bool closing, std::size_t& pos) {
 // so tab stops and the base line height stay those of the tooltip's font.
 void Layout::ChangeFont() {
     m_surface.RestoreFont();
-    m_surface.SelectFont(m_font);
+    m_surface.UseFont(m_font);
 }
 
 void Layout::LineBreak(std::uint32_t count) {

@@ -104,15 +104,15 @@ inline constexpr int kBackModeOpaque = 2;
 
 // The drawing operations the layout needs from a device context. None of them
 // may throw. The layout selects at most one font of its own at a time: every
-// SelectFont is followed by exactly one RestoreFont before the next SelectFont.
+// UseFont is followed by exactly one RestoreFont before the next UseFont.
 class MarkupSurface {
 public:
     virtual ~MarkupSurface() = default;
     // Creates a font from `font` and selects it, keeping the font that was
     // selected before (CreateFontIndirect + SelectObject).
-    virtual void SelectFont(const FontDesc& font) = 0;
-    // Selects back the font kept by the last SelectFont and deletes the font
-    // that SelectFont created (SelectObject + DeleteObject).
+    virtual void UseFont(const FontDesc& font) = 0;
+    // Selects back the font kept by the last UseFont and deletes the font
+    // that UseFont created (SelectObject + DeleteObject).
     virtual void RestoreFont() = 0;
     // Metrics of the selected font (GetTextMetrics).
     virtual TipTextMetrics GetMetrics() = 0;

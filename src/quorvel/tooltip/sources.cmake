@@ -8,3 +8,8 @@ list(APPEND QV_WIN_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/gdi_surface.cpp
   ${CMAKE_CURRENT_LIST_DIR}/xtooltip.cpp
 )
+# Installed headers: what a host includes, and what those include.
+list(APPEND QV_PUBLIC_HEADERS
+  ${CMAKE_CURRENT_LIST_DIR}/markup.h
+  ${CMAKE_CURRENT_LIST_DIR}/xtooltip.h
+)
