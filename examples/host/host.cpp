@@ -57,6 +57,22 @@ INT_PTR CALLBACK OrderDialogProc(HWND dialog, UINT msg, WPARAM wp, LPARAM lp) {
     }
 }
 
+// Dispatches the thread's messages for up to `ms` milliseconds, until `done`.
+template <class Done>
+bool PumpFor(DWORD ms, Done done) {
+    const DWORD start = ::GetTickCount();
+    do {
+        MSG msg;
+        while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+            ::TranslateMessage(&msg);
+            ::DispatchMessageW(&msg);
+        }
+        if (done()) return true;
+        ::Sleep(10);
+    } while (::GetTickCount() - start < ms);
+    return false;
+}
+
 int SelfTest() {
     OrderForm form;
     HWND dialog = ::CreateDialogParamW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_ORDER), nullptr,
@@ -65,6 +81,8 @@ int SelfTest() {
         std::printf("the controls were not created\n");
         return 1;
     }
+    ::ShowWindow(dialog, SW_SHOW);
+    ::SetForegroundWindow(dialog);
     int failures = 0;
     auto expect = [&failures](bool ok, const char* what) {
         std::printf("%s: %s\n", ok ? "ok" : "FAILED", what);
@@ -84,7 +102,18 @@ int SelfTest() {
     form.due.SetValue(qv::OleDateTime(2026, 11, 23, 0, 0, 0));
     expect(form.due.GetValue(due) != 0 && due.GetYear() == 2026 && due.GetMonth() == 11 && due.GetDay() == 23,
            "the date field holds 2026-11-23");
-    expect(!form.amountLabel.GetTooltipText().empty(), "the label carries its tooltip");
+    // Hovering over the label shows its mark-up tooltip: the setting above is on.
+    const auto tooltipShown = [] {
+        HWND tip = ::FindWindowW(L"XTooltip", nullptr);
+        return tip && ::IsWindowVisible(tip);
+    };
+    for (HWND over : {dialog, form.amountLabel.m_hWnd}) {
+        POINT p{3, 3};
+        ::ClientToScreen(over, &p);
+        ::SetCursorPos(p.x, p.y);
+        PumpFor(100, [] { return false; });
+    }
+    expect(PumpFor(3000, tooltipShown), "hovering over the label shows its tooltip");
 
     ::DestroyWindow(dialog);
     std::printf("%d passed, %d failed\n", 5 - failures, failures);
