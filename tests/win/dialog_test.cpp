@@ -3,6 +3,7 @@
 // in both directions; OK, Cancel and the close box end a modal dialog.
 #include "quorvel/platform/dialog.h"
 
+#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -24,10 +25,12 @@ public:
     std::vector<std::string> log;
     std::vector<UINT> postOnInit;  // WM_COMMAND ids (or WM_CLOSE) posted to itself
     bool failOnSave = false;
+    bool throwOnInit = false;
 
 protected:
     BOOL OnInitDialog() override {
         log.push_back("init");
+        if (throwOnInit) throw std::runtime_error("init failed");
         const BOOL r = Dialog::OnInitDialog();
         for (UINT what : postOnInit) {
             if (what == WM_CLOSE) PostMessage(WM_CLOSE);
@@ -138,6 +141,22 @@ TEST_F(DialogTest, MissingTemplateFailsToOpen) {
     qv::Dialog dlg(4321);
     EXPECT_EQ(dlg.DoModal(host_), -1);
     EXPECT_FALSE(dlg.Create(host_));
+}
+
+// A dialog whose initialisation throws never shows controls it did not
+// fill: it ends at once, as one that could not be created.
+TEST_F(DialogTest, AThrowingInitialisationEndsTheDialogBeforeItShows) {
+    for (const bool modal : {true, false}) {
+        qv::Services::DefaultLogBook().Clear();
+        SizeDialog dlg;
+        dlg.throwOnInit = true;
+        const bool created = modal ? dlg.DoModal(host_) != -1 : dlg.Create(host_);
+        EXPECT_FALSE(created) << modal;
+        EXPECT_EQ(std::tuple(dlg.m_hWnd, dlg.log.size()), std::tuple(HWND{}, size_t{1})) << modal;
+        ASSERT_EQ(qv::Services::DefaultLogBook().Entries().size(), 1u) << modal;
+        EXPECT_EQ(qvtest::Describe(qv::Services::DefaultLogBook().Entries()[0]),
+                  L"Quorvel| qv::Dialog::DialogProc|1|Exception caught: init failed (message 0x0110)|80004005");
+    }
 }
 
 }  // namespace

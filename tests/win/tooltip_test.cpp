@@ -3,6 +3,7 @@
 // help over a prompt, and the shape of the shown window.
 #include "quorvel/tooltip/xtooltip.h"
 
+#include <memory>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -135,6 +136,72 @@ TEST_F(TooltipTest, BehaviourDecidesWhatMovingAndTimeDo) {
         }
         Pump(700);
         EXPECT_EQ(owner.tip.IsVisible() != FALSE, c.visibleAfter) << c.what;
+    }
+}
+
+// A plain Win32 window of the host as the tool: nobody relays its messages
+// but the tooltip's own subclass, when asked for.
+HWND PlainTool(HWND host, int y) {
+    return ::CreateWindowExW(0, L"STATIC", L"tool", WS_CHILD | WS_VISIBLE | SS_NOTIFY, 20, y, 160, 60, host, nullptr,
+                             nullptr, nullptr);
+}
+
+TEST_F(TooltipTest, ASubclassedPlainWindowShowsItsToolOnRealMouseMoves) {
+    for (const bool subclass : {false, true}) {
+        MoveTo(host_, 500, 400);
+        HWND tool = PlainTool(host_, 20);
+        XTooltip tip;
+        ASSERT_TRUE(tip.Create(host_));
+        tip.SetDelayTime(XTooltip::kDelayInitial, 30);
+        EXPECT_FALSE(tip.SubclassTool(tool)) << "not a tool yet";
+        tip.AddTool(tool, L"Plain window tool");
+        if (subclass) {
+            ASSERT_TRUE(tip.SubclassTool(tool));
+        }
+        MoveTo(tool, 40, 20);
+        EXPECT_EQ(WaitFor([&] { return tip.IsVisible() != FALSE; }, subclass ? 4000 : 600), subclass);
+        ::SendMessageW(tool, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(40, 20));  // a click on the tool hides it
+        EXPECT_FALSE(tip.IsVisible());
+        ::DestroyWindow(tool);
+    }
+}
+
+TEST_F(TooltipTest, ASubclassedToolAndItsTooltipGoInAnyOrder) {
+    enum First { kToolWindow, kTooltipObject, kTooltipWindow, kToolRemoved };
+    for (const First first : {kToolWindow, kTooltipObject, kTooltipWindow, kToolRemoved}) {
+        MoveTo(host_, 500, 400);
+        HWND tool = PlainTool(host_, 20), other = PlainTool(host_, 200);
+        const LONG_PTR plain = ::GetWindowLongPtrW(tool, GWLP_WNDPROC);
+        auto tip = std::make_unique<XTooltip>();
+        ASSERT_TRUE(tip->Create(host_));
+        tip->SetDelayTime(XTooltip::kDelayInitial, 30);
+        tip->AddTool(tool, L"First tool");
+        tip->AddTool(other, L"Second tool");
+        ASSERT_TRUE(tip->SubclassTool(tool) && tip->SubclassTool(other));
+        tip->AddTool(nullptr, L"A tool without a window");
+        tip->RemoveTool(2);  // takes no window's subclass with it
+        ASSERT_NE(::GetWindowLongPtrW(tool, GWLP_WNDPROC), plain);
+        switch (first) {
+        case kToolWindow:
+            // The tooltip forgets the window and goes on serving the others.
+            ::DestroyWindow(tool);
+            MoveTo(other, 40, 20);
+            EXPECT_TRUE(WaitFor([&] { return tip->IsVisible() != FALSE; })) << "the other tool still shows";
+            break;
+        case kTooltipObject:
+        case kTooltipWindow:
+        case kToolRemoved:
+            if (first == kTooltipObject) tip.reset();
+            else if (first == kTooltipWindow) tip->DestroyWindow();
+            else tip->RemoveTool(0);
+            EXPECT_EQ(::GetWindowLongPtrW(tool, GWLP_WNDPROC), plain) << "case " << first << ": subclass removed";
+            MoveTo(tool, 40, 20);  // reaches no tooltip any more
+            ::DestroyWindow(tool);
+            break;
+        }
+        tip.reset();
+        ::DestroyWindow(other);
+        Pump();
     }
 }
 

@@ -4,9 +4,13 @@
 
 #include "quorvel/platform/module.h"
 
+#include <algorithm>
+#include <map>
 #include <optional>
+#include <string>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 #include "support/host.h"
 
@@ -45,9 +49,13 @@ protected:
         HostTest::SetUp();
         // A plain Win32 subclass standing for the host's own handling; it is
         // installed first, so the library's reflector sits above it.
-        spy_.emplace(host_, [this](UINT msg, WPARAM, LPARAM) { parentCommands_ += msg == WM_COMMAND; });
+        spy_.emplace(host_, [this](UINT msg, WPARAM, LPARAM) {
+            parentCommands_ += msg == WM_COMMAND;
+            ++parentSeen_[msg];
+        });
     }
     int parentCommands_ = 0;  // what reaches the parent's own procedure (after any reflection)
+    std::map<UINT, int> parentSeen_;
     std::optional<qvtest::MessageSpy> spy_;
     RECT rc_{10, 10, 110, 40};
 };
@@ -132,6 +140,88 @@ TEST_F(WindowTest, ObjectDestroyedFirstDestroysWhatItCreatedAndDetachesWhatItAtt
     // notifications of windows without an object to the parent.
     ::SendMessageW(host_, WM_COMMAND, MAKEWPARAM(201, EN_CHANGE), reinterpret_cast<LPARAM>(edit));
     EXPECT_EQ(parentCommands_, 1);
+}
+
+// An owner-drawn list box that records the item messages reflected to it.
+// Handling them, it sorts by item data from the largest down and answers
+// `keyItem` to the keyboard messages.
+class ItemList : public qv::Window {
+public:
+    std::vector<UINT> seen;
+    bool handle = true;
+    LRESULT keyItem = 2;
+
+protected:
+    bool OnChildNotify(UINT msg, WPARAM wp, LPARAM lp, LRESULT* result) override {
+        if (msg != WM_COMPAREITEM && msg != WM_DELETEITEM && msg != WM_CHARTOITEM && msg != WM_VKEYTOITEM)
+            return Window::OnChildNotify(msg, wp, lp, result);
+        seen.push_back(msg);
+        if (!handle) return false;
+        if (msg == WM_COMPAREITEM) {
+            const auto* c = reinterpret_cast<const COMPAREITEMSTRUCT*>(lp);
+            *result = c->itemData1 > c->itemData2 ? -1 : c->itemData1 < c->itemData2 ? 1 : 0;
+        } else {
+            *result = msg == WM_DELETEITEM ? TRUE : keyItem;
+        }
+        return true;
+    }
+};
+
+TEST_F(WindowTest, ItemMessagesOfOwnerDrawnListsReachTheirListOrGoOnToTheParent) {
+    enum Action { kAddSorted, kDelete, kArrowDown, kTypeChar };
+    constexpr DWORD kDrawn = WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_OWNERDRAWFIXED;
+    // selection: what LB_GETCURSEL answers afterwards (-2: not looked at)
+    const struct { UINT msg; DWORD style; Action action; bool handle; int selection; } cases[] = {
+        {WM_COMPAREITEM, kDrawn | LBS_SORT, kAddSorted, true, -2},
+        {WM_COMPAREITEM, kDrawn | LBS_SORT, kAddSorted, false, -2},
+        {WM_DELETEITEM, kDrawn, kDelete, true, -2},
+        {WM_DELETEITEM, kDrawn, kDelete, false, -2},
+        {WM_VKEYTOITEM, kDrawn | LBS_WANTKEYBOARDINPUT, kArrowDown, true, 2},   // the list's answer: item 2
+        {WM_VKEYTOITEM, kDrawn | LBS_WANTKEYBOARDINPUT, kArrowDown, false, 1},  // the parent's -1: one down
+        {WM_CHARTOITEM, kDrawn | LBS_WANTKEYBOARDINPUT, kTypeChar, true, 2},
+        {WM_CHARTOITEM, kDrawn | LBS_WANTKEYBOARDINPUT, kTypeChar, false, 0},   // no text to search: stays
+    };
+    for (const auto& c : cases) {
+        const std::string what = "message " + std::to_string(c.msg) + (c.handle ? " handled" : " declined");
+        parentSeen_.clear();
+        ItemList list;
+        list.handle = c.handle;
+        ASSERT_TRUE(list.Create(L"LISTBOX", L"", c.style, RECT{10, 10, 200, 200}, host_, 110));
+        for (LPARAM data : {3, 1, 2}) list.SendMessage(LB_ADDSTRING, 0, data);
+        if (c.action == kAddSorted) {
+            if (c.handle) {
+                EXPECT_EQ(std::tuple(list.SendMessage(LB_GETITEMDATA, 0), list.SendMessage(LB_GETITEMDATA, 1)),
+                          std::tuple(3, 2)) << "sorted by the list's answers";
+            }
+        } else if (c.action == kDelete) {
+            list.SendMessage(LB_DELETESTRING, 0);
+        } else {
+            list.SendMessage(LB_SETCURSEL, 0);
+            if (c.action == kArrowDown) list.SendMessage(WM_KEYDOWN, VK_DOWN, 1);
+            else list.SendMessage(WM_CHAR, L'x', 1);
+            EXPECT_EQ(list.SendMessage(LB_GETCURSEL), c.selection) << what;
+        }
+        EXPECT_NE(std::count(list.seen.begin(), list.seen.end(), c.msg), 0) << what;
+        EXPECT_EQ(parentSeen_[c.msg] != 0, !c.handle) << what << ": only a declined message reaches the parent";
+    }
+}
+
+TEST_F(WindowTest, ItemMessagesFindTheirListByIdAndSkipMenus) {
+    ItemList list;
+    ASSERT_TRUE(list.Create(L"LISTBOX", L"", WS_CHILD | WS_VISIBLE | LBS_OWNERDRAWFIXED, rc_, host_, 111));
+    // itemWnd null: a window that is not the parent's child (a combo box may
+    // name its inner list); wParam 0: a menu's item.
+    const struct { WPARAM wp; bool itemWnd; bool reachesList; } cases[] = {
+        {111, true, true}, {111, false, true}, {0, true, false}};
+    for (const auto& c : cases) {
+        list.seen.clear();
+        parentSeen_.clear();
+        DELETEITEMSTRUCT dis{ODT_LISTBOX, 111, 0, c.itemWnd ? list.m_hWnd : nullptr, 0};
+        ::SendMessageW(host_, WM_DELETEITEM, c.wp, reinterpret_cast<LPARAM>(&dis));
+        EXPECT_EQ(std::tuple(list.seen.size(), parentSeen_[WM_DELETEITEM]),
+                  std::tuple(c.reachesList ? 1u : 0u, c.reachesList ? 0 : 1))
+            << "case " << (&c - cases);
+    }
 }
 
 // A window that sees its own creation (WM_CREATE) because it is attached

@@ -1,5 +1,6 @@
 #include "quorvel/controls/base_buttons.h"
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/controls/base_keys.h"
 
 // ---- Form buttons ------------------------------------------------------------------
@@ -35,7 +36,7 @@ XBaseGroupBox::XBaseGroupBox() = default;
 XBaseGroupBox::~XBaseGroupBox() = default;
 
 BOOL XBaseGroupBox::Create(const std::wstring& text, UINT id, const RECT& rect, HFONT font, HWND parent,
-                           const std::wstring& helpText, bool mandatory) {
+                           const std::wstring& helpText, bool mandatory) try {
     if (!CreateButton(L"", id, rect, font, parent, kPromptStyle)) return FALSE;
     const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
     m_brBk.reset(::CreateSolidBrush(face));
@@ -50,6 +51,8 @@ BOOL XBaseGroupBox::Create(const std::wstring& text, UINT id, const RECT& rect, 
     if (!CaptionPrompt()) return FALSE;
     FitCaption(font);
     return TRUE;
+} catch (...) {
+    return qv::CaughtAtEdge(" XBaseGroupBox::Create", __LINE__, FALSE);
 }
 
 XBasePrompt* XBaseGroupBox::CaptionPrompt() const {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/controls/input_rules.h"
 #include "quorvel/frame/siblings.h"
 
@@ -135,11 +136,17 @@ BOOL XBaseEdit::Create(DWORD style, const RECT& rect, HWND parent, UINT id) {
     return CreateTooltip() != 0;
 }
 
-int XBaseEdit::CreateTooltip() { return CreateFieldTooltip(m_hWnd, GetWindowText()); }
+int XBaseEdit::CreateTooltip() try {
+    return CreateFieldTooltip(m_hWnd, GetWindowText());
+} catch (...) {
+    return qv::CaughtAtEdge(" XBaseEdit::CreateTooltip", __LINE__, 0);
+}
 
-void XBaseEdit::SetWindowTextW(const wchar_t* text) {
+void XBaseEdit::SetWindowTextW(const wchar_t* text) try {
     qv::ReplaceAllText(*this, qv::FieldTextForSet(text ? text : L"", m_nMaxInputChar, m_bInputMask09AZ,
                                                   &qv::HostCharacterCheck));
+} catch (...) {
+    qv::CaughtAtEdge(" XBaseEdit::SetWindowTextW", __LINE__);
 }
 
 LRESULT XBaseEdit::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
@@ -226,9 +233,11 @@ BOOL XBaseMultiLineEdit::Create(const std::wstring& text, UINT id, const RECT& r
     return TRUE;
 }
 
-void XBaseMultiLineEdit::SetWindowTextW(const wchar_t* text) {
+void XBaseMultiLineEdit::SetWindowTextW(const wchar_t* text) try {
     const std::wstring value = text ? text : L"";
     qv::ReplaceAllText(*this, m_bInputMask09AZ ? qv::RestrictedText(value, &qv::HostCharacterCheck) : value);
+} catch (...) {
+    qv::CaughtAtEdge(" XBaseMultiLineEdit::SetWindowTextW", __LINE__);
 }
 
 void XBaseMultiLineEdit::OnChar(UINT ch, UINT, UINT) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/controls/input_rules.h"
 #include "quorvel/frame/siblings.h"
 #include "quorvel/platform/gdi.h"
@@ -22,7 +23,11 @@ BOOL XBaseComboBox::CreateWithStyle(const std::wstring& text, UINT id, const REC
     return CreateTooltip() != 0;
 }
 
-int XBaseComboBox::CreateTooltip() { return CreateFieldTooltip(m_hWnd, GetWindowText()); }
+int XBaseComboBox::CreateTooltip() try {
+    return CreateFieldTooltip(m_hWnd, GetWindowText());
+} catch (...) {
+    return qv::CaughtAtEdge(" XBaseComboBox::CreateTooltip", __LINE__, 0);
+}
 
 LRESULT XBaseComboBox::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
     RelayOwnMessage(m_hWnd, msg, wp, lp);
@@ -80,13 +85,15 @@ private:
 XBaseEditComboBox::XBaseEditComboBox() = default;
 XBaseEditComboBox::~XBaseEditComboBox() = default;
 
-BOOL XBaseEditComboBox::Create(const std::wstring& text, UINT id, const RECT& rect, HFONT font, HWND parent) {
+BOOL XBaseEditComboBox::Create(const std::wstring& text, UINT id, const RECT& rect, HFONT font, HWND parent) try {
     const BOOL created = CreateWithStyle(text, id, rect, font, parent, kStyle);
     if (HWND edit = GetEditPart()) {
         m_editPart = std::make_unique<EditPart>(*this);
         m_editPart->Attach(edit);
     }
     return created;
+} catch (...) {
+    return qv::CaughtAtEdge(" XBaseEditComboBox::Create", __LINE__, FALSE);
 }
 
 HWND XBaseEditComboBox::GetEditPart() const {
@@ -124,7 +131,7 @@ BOOL XBaseCheckListBox::Create(const std::wstring&, UINT id, const RECT& rect, H
     return CreateTooltip() != 0;
 }
 
-int XBaseCheckListBox::CreateTooltip() {
+int XBaseCheckListBox::CreateTooltip() try {
     const int count = GetCount();
     int checked = 0;
     for (int i = 0; i < count; ++i)
@@ -134,6 +141,8 @@ int XBaseCheckListBox::CreateTooltip() {
     std::swprintf(text, 64, L"%d of %d selected", checked, count);
     const wchar_t* translated = ::CoTranslateText2(text);
     return CreateFieldTooltip(m_hWnd, translated ? translated : text);
+} catch (...) {
+    return qv::CaughtAtEdge(" XBaseCheckListBox::CreateTooltip", __LINE__, 0);
 }
 
 void XBaseCheckListBox::SetTextColor(unsigned long colour) { m_scheme.SetText(m_hWnd, colour); }
@@ -168,19 +177,23 @@ int XTabCheckListBox::GetAverageCharWidths() const {
 
 int XTabCheckListBox::DialogUnitsToPixels(int dialogUnits) const { return dialogUnits * GetAverageCharWidths() / 4; }
 
-void XTabCheckListBox::SetTabStops() {
+void XTabCheckListBox::SetTabStops() try {
     m_tabStops.assign(1, GetAverageCharWidths() / 2);
     if (IsWindow()) Invalidate();
+} catch (...) {
+    qv::CaughtAtEdge(" XTabCheckListBox::SetTabStops", __LINE__);
 }
 
-bool XTabCheckListBox::SetTabStops(const int& cx) {
+bool XTabCheckListBox::SetTabStops(const int& cx) try {
     if (cx < 0) return false;
     m_tabStops.assign(1, DialogUnitsToPixels(cx));
     if (IsWindow()) Invalidate();
     return true;
+} catch (...) {
+    return qv::CaughtAtEdge(" XTabCheckListBox::SetTabStops", __LINE__, false);
 }
 
-bool XTabCheckListBox::SetTabStops(int count, int* stops) {
+bool XTabCheckListBox::SetTabStops(int count, int* stops) try {
     if (count < 0 || (count > 0 && !stops)) return false;
     m_tabStops.resize(static_cast<size_t>(count));
     if (IsWindow()) Invalidate();
@@ -192,6 +205,8 @@ bool XTabCheckListBox::SetTabStops(int count, int* stops) {
         previous = pixels;
     }
     return true;
+} catch (...) {
+    return qv::CaughtAtEdge(" XTabCheckListBox::SetTabStops", __LINE__, false);
 }
 
 void XTabCheckListBox::DrawItem(DRAWITEMSTRUCT* dis) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/common/charclass.h"
 #include "quorvel/controls/base_keys.h"
 #include "quorvel/frame/siblings.h"
@@ -10,7 +11,7 @@ XBaseEditReadOnly::XBaseEditReadOnly() = default;
 
 XBaseEditReadOnly::~XBaseEditReadOnly() = default;
 
-BOOL XBaseEditReadOnly::Create(const std::wstring& text, UINT id, const RECT& rect, HFONT font, HWND parent) {
+BOOL XBaseEditReadOnly::Create(const std::wstring& text, UINT id, const RECT& rect, HFONT font, HWND parent) try {
     // The frame shows no text of its own: the prompt covers its client area.
     if (!CreateEx(kExStyle, L"STATIC", L"", kStyle, rect, parent, id)) return FALSE;
     SetFont(font, true);
@@ -21,6 +22,8 @@ BOOL XBaseEditReadOnly::Create(const std::wstring& text, UINT id, const RECT& re
     if (prompt->IsWindow()) prompt->SetFont(font, true);
     m_pPrompt = std::move(prompt);
     return InnerPrompt() ? TRUE : FALSE;
+} catch (...) {
+    return qv::CaughtAtEdge(" XBaseEditReadOnly::Create", __LINE__, FALSE);
 }
 
 XBasePrompt* XBaseEditReadOnly::InnerPrompt() const {

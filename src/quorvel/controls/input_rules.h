@@ -1,7 +1,7 @@
 // Text rules of the base entry fields, kept apart from any window so they
 // can be checked without one: the length limit, the optional restriction to
 // the characters 0-9 and A-Z, and the drop-down size of the coloured combo
-// box.
+// box. A rule that cannot make its text (no memory) answers an empty one.
 #pragma once
 
 #include <string>

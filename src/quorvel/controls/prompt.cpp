@@ -1,5 +1,6 @@
 #include "quorvel/controls/prompt.h"
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/controls/help_text_rules.h"
 #include "quorvel/frame/zt_lang.h"
 
@@ -8,7 +9,7 @@ XBasePrompt::XBasePrompt() : m_scheme(qv::kDefaultFieldTextColor, ::GetSysColor(
 XBasePrompt::~XBasePrompt() = default;
 
 BOOL XBasePrompt::Create(const std::wstring& text, UINT id, const RECT& rect, HFONT font, HWND parent, bool, bool,
-                         const std::wstring& tooltip, bool mandatory) {
+                         const std::wstring& tooltip, bool mandatory) try {
     if (!CreateEx(0, L"EDIT", L"", kStyle, rect, parent, id)) return FALSE;
     SetFont(font, true);
 
@@ -31,6 +32,8 @@ BOOL XBasePrompt::Create(const std::wstring& text, UINT id, const RECT& rect, HF
     m_strContextHelpFile = std::move(help.contextHelpFile);
     if (m_pTooltip) m_pTooltip->AddTool(m_hWnd, m_strTooltipText);
     return created;
+} catch (...) {
+    return qv::CaughtAtEdge(" XBasePrompt::Create", __LINE__, FALSE);
 }
 
 BOOL XBasePrompt::Create(DWORD style, const RECT& rect, HWND parent, UINT id) {

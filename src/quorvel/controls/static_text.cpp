@@ -1,5 +1,6 @@
 #include "quorvel/controls/static_text.h"
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/controls/base_keys.h"
 #include "quorvel/controls/help_text_rules.h"
 #include "quorvel/frame/services.h"
@@ -15,7 +16,7 @@ BOOL XBaseStaticText::Create(const std::wstring& text, UINT id, const RECT& rect
 }
 
 BOOL XBaseStaticText::Create(const std::wstring& text, UINT id, const RECT& rect, HFONT font, HWND parent,
-                             const std::wstring& tooltip, bool mandatory) {
+                             const std::wstring& tooltip, bool mandatory) try {
     std::wstring caption = text;
     if (mandatory) caption += L'*';
     const qv::ToolString parsed = qv::ParseToolString(tooltip);
@@ -34,17 +35,29 @@ BOOL XBaseStaticText::Create(const std::wstring& text, UINT id, const RECT& rect
     }
     SetFont(font, true);
     return TRUE;
+} catch (...) {
+    return qv::CaughtAtEdge(" XBaseStaticText::Create", __LINE__, FALSE);
 }
 
-std::wstring XBaseStaticText::CheckMaxWidth(const std::wstring& text) {
+std::wstring XBaseStaticText::CheckMaxWidth(const std::wstring& text) try {
     std::wstring cut = text;
     qv::ApplyTooltipMaxWidth(cut);
     return cut;
+} catch (...) {
+    return qv::CaughtAtEdge(" XBaseStaticText::CheckMaxWidth", __LINE__, std::wstring());
 }
 
-void XBaseStaticText::SetToolTipText(const std::wstring& text) { SetToolText(m_toolTip, m_strTipText, text); }
+void XBaseStaticText::SetToolTipText(const std::wstring& text) try {
+    SetToolText(m_toolTip, m_strTipText, text);
+} catch (...) {
+    qv::CaughtAtEdge(" XBaseStaticText::SetToolTipText", __LINE__);
+}
 
-void XBaseStaticText::SetTipHelpFile(const std::wstring& document) { SetToolText(m_docTip, m_strDocument, document); }
+void XBaseStaticText::SetTipHelpFile(const std::wstring& document) try {
+    SetToolText(m_docTip, m_strDocument, document);
+} catch (...) {
+    qv::CaughtAtEdge(" XBaseStaticText::SetTipHelpFile", __LINE__);
+}
 
 void XBaseStaticText::SetToolText(qv::ToolTipCtrl& tip, std::wstring& kept, const std::wstring& text) {
     if (!IsWindow()) return;
@@ -84,9 +97,11 @@ bool XBaseStaticText::DestroyWindow() {
     return qv::Static::DestroyWindow();
 }
 
-BOOL XBaseStaticText::PreTranslateMessage(MSG* msg) {
+BOOL XBaseStaticText::PreTranslateMessage(MSG* msg) try {
     if (msg && msg->message == WM_KEYDOWN && msg->wParam == VK_F1) OnHelpKey(*msg);
     return FALSE;
+} catch (...) {
+    return qv::CaughtAtEdge(" XBaseStaticText::PreTranslateMessage", __LINE__, FALSE);
 }
 
 void XBaseStaticText::OnHelpKey(const MSG& msg) {

@@ -5,7 +5,9 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <memory>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/frame/catalog.h"
 #include "quorvel/frame/ini_store.h"
 #include "quorvel/frame/number_text.h"
@@ -20,13 +22,13 @@ namespace {
 // Reads a text file as UTF-16 (with BOM) or UTF-8 (with or without BOM).
 bool ReadTextFile(const wchar_t* path, std::wstring& text) {
     if (!path) return false;
-    FILE* f = _wfopen(path, L"rb");
+    // Closed also when reading throws (no memory for the bytes).
+    const std::unique_ptr<FILE, int (*)(FILE*)> f(_wfopen(path, L"rb"), &fclose);
     if (!f) return false;
     std::string bytes;
     char buf[4096];
     size_t n;
-    while ((n = fread(buf, 1, sizeof buf, f)) > 0) bytes.append(buf, n);
-    fclose(f);
+    while ((n = fread(buf, 1, sizeof buf, f.get())) > 0) bytes.append(buf, n);
     text.clear();
     if (bytes.size() >= 2 && static_cast<unsigned char>(bytes[0]) == 0xFF &&
         static_cast<unsigned char>(bytes[1]) == 0xFE) {
@@ -47,15 +49,17 @@ bool ReadTextFile(const wchar_t* path, std::wstring& text) {
 
 // ---- ILogBookService defaults ----------------------------------------------------
 
-void ILogBookService::DisplayError(const LogEntry& entry, const wchar_t* extra) {
+void ILogBookService::DisplayError(const LogEntry& entry, const wchar_t* extra) try {
     std::wstring text = entry.message;
     if (extra && *extra) text += L"\n" + std::wstring(extra);
     text += L"\n\n" + entry.module + L":" + entry.function + L" (" + std::to_wstring(entry.line) + L")";
     const std::wstring caption = Services::Translation().Translate(L"Error");
     Services::MessageBoxes().Show(nullptr, caption.c_str(), text.c_str(), MB_OK | MB_ICONERROR);
+} catch (...) {
+    CaughtAtEdge(" qv::ILogBookService::DisplayError", __LINE__);
 }
 
-std::wstring ILogBookService::ErrorMessage(unsigned long code) {
+std::wstring ILogBookService::ErrorMessage(unsigned long code) try {
     wchar_t* buf = nullptr;
     const DWORD n = ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
                                          FORMAT_MESSAGE_IGNORE_INSERTS,
@@ -64,6 +68,8 @@ std::wstring ILogBookService::ErrorMessage(unsigned long code) {
     if (buf) ::LocalFree(buf);
     while (!text.empty() && (text.back() == L'\n' || text.back() == L'\r')) text.pop_back();
     return text;
+} catch (...) {
+    return CaughtAtEdge(" qv::ILogBookService::ErrorMessage", __LINE__, std::wstring());
 }
 
 // ---- CatalogTranslation -------------------------------------------------------
@@ -75,22 +81,32 @@ struct CatalogTranslation::Impl {
 CatalogTranslation::CatalogTranslation() : impl_(new Impl) {}
 CatalogTranslation::~CatalogTranslation() { delete impl_; }
 
-std::wstring CatalogTranslation::Translate(std::wstring_view text) {
+std::wstring CatalogTranslation::Translate(std::wstring_view text) try {
     if (const std::wstring* t = impl_->catalog.Find(text)) return *t;
     return std::wstring(text);
+} catch (...) {
+    return CaughtAtEdge(" qv::CatalogTranslation::Translate", __LINE__, std::wstring());
 }
 
-bool CatalogTranslation::LoadText(std::wstring_view content, std::vector<std::wstring>* errors) {
+bool CatalogTranslation::LoadText(std::wstring_view content, std::vector<std::wstring>* errors) try {
     return impl_->catalog.Parse(content, errors);
+} catch (...) {
+    return CaughtAtEdge(" qv::CatalogTranslation::LoadText", __LINE__, false);
 }
 
-bool CatalogTranslation::LoadFile(const wchar_t* path, std::vector<std::wstring>* errors) {
+bool CatalogTranslation::LoadFile(const wchar_t* path, std::vector<std::wstring>* errors) try {
     std::wstring text;
     if (!ReadTextFile(path, text)) return false;
     return LoadText(text, errors);
+} catch (...) {
+    return CaughtAtEdge(" qv::CatalogTranslation::LoadFile", __LINE__, false);
 }
 
-void CatalogTranslation::Clear() { impl_->catalog.Parse(L""); }
+void CatalogTranslation::Clear() try {
+    impl_->catalog.Parse(L"");
+} catch (...) {
+    CaughtAtEdge(" qv::CatalogTranslation::Clear", __LINE__);
+}
 
 // ---- PlatformMessageBox / PlatformShell -------------------------------------------
 
@@ -108,13 +124,16 @@ INT_PTR PlatformShell::Execute(HWND parent, const wchar_t* verb, const wchar_t* 
 MemoryLogBook::MemoryLogBook() : entries_(new std::vector<LogEntry>) {}
 MemoryLogBook::~MemoryLogBook() { delete entries_; }
 
-void MemoryLogBook::Write(const LogEntry& entry) {
+// The log book is where failures are reported: an entry that cannot be
+// kept is lost, and nothing else happens.
+void MemoryLogBook::Write(const LogEntry& entry) try {
     if (entries_->size() >= Capacity()) entries_->erase(entries_->begin());
     entries_->push_back(entry);
     wchar_t head[64];
     swprintf(head, 64, L"(%lu) hr=0x%08lX ", entry.line, static_cast<unsigned long>(entry.hr));
     const std::wstring line = entry.module + L":" + entry.function + L" " + head + entry.message + L"\n";
     ::OutputDebugStringW(line.c_str());
+} catch (...) {
 }
 
 const std::vector<LogEntry>& MemoryLogBook::Entries() const { return *entries_; }
@@ -128,16 +147,22 @@ wchar_t LocaleConversion::DecimalSeparator() {
     return L'.';
 }
 
-bool LocaleConversion::String2Double(std::wstring_view text, double& value) {
+bool LocaleConversion::String2Double(std::wstring_view text, double& value) try {
     return ParseLocaleDouble(text, DecimalSeparator(), value);
+} catch (...) {
+    return CaughtAtEdge(" qv::LocaleConversion::String2Double", __LINE__, false);
 }
 
-bool LocaleConversion::Double2String(std::wstring& text, double value, std::wstring_view format) {
+bool LocaleConversion::Double2String(std::wstring& text, double value, std::wstring_view format) try {
     return FormatLocaleDouble(text, value, format, DecimalSeparator());
+} catch (...) {
+    return CaughtAtEdge(" qv::LocaleConversion::Double2String", __LINE__, false);
 }
 
-bool LocaleConversion::CheckRange(double lower, double upper, std::wstring_view text) {
+bool LocaleConversion::CheckRange(double lower, double upper, std::wstring_view text) try {
     return CheckRangeText(lower, upper, text, DecimalSeparator());
+} catch (...) {
+    return CaughtAtEdge(" qv::LocaleConversion::CheckRange", __LINE__, false);
 }
 
 bool LocaleConversion::CheckCharacters0_9A_Z(std::wstring_view text, bool wholeText) {
@@ -147,7 +172,11 @@ bool LocaleConversion::CheckCharacters0_9A_Z(std::wstring_view text, bool wholeT
     return CheckCharacters0to9AtoZ(text);
 }
 
-bool LocaleConversion::RTF2TXT(std::wstring_view rtf, std::wstring& text) { return RtfToText(rtf, text); }
+bool LocaleConversion::RTF2TXT(std::wstring_view rtf, std::wstring& text) try {
+    return RtfToText(rtf, text);
+} catch (...) {
+    return CaughtAtEdge(" qv::LocaleConversion::RTF2TXT", __LINE__, false);
+}
 
 // ---- SessionSettings ------------------------------------------------------------------
 
@@ -162,7 +191,7 @@ SessionSettings::SessionSettings() : impl_(new Impl) {}
 SessionSettings::~SessionSettings() { delete impl_; }
 
 bool SessionSettings::GetSessionValue(std::wstring_view section, std::wstring_view name, long flag,
-                                      std::wstring& value) {
+                                      std::wstring& value) try {
     if (!impl_->useCom) return impl_->store.Get(section, name, value);
     // The host's session-data manager: CoInitialize (its failure only skips
     // the creation), create the manager, ask for the text.
@@ -178,6 +207,8 @@ bool SessionSettings::GetSessionValue(std::wstring_view section, std::wstring_vi
     }
     value = result.Text();
     return true;
+} catch (...) {
+    return CaughtAtEdge(" qv::SessionSettings::GetSessionValue", __LINE__, false);
 }
 
 void SessionSettings::UseSessionDataManager(const CLSID* clsid, const IID* iid) {
@@ -188,16 +219,24 @@ void SessionSettings::UseSessionDataManager(const CLSID* clsid, const IID* iid) 
 
 bool SessionSettings::UsesSessionDataManager() const { return impl_->useCom; }
 
-void SessionSettings::Set(std::wstring_view section, std::wstring_view name, std::wstring_view value) {
+void SessionSettings::Set(std::wstring_view section, std::wstring_view name, std::wstring_view value) try {
     impl_->store.Set(section, name, value);
+} catch (...) {
+    CaughtAtEdge(" qv::SessionSettings::Set", __LINE__);
 }
 
-bool SessionSettings::LoadIniText(std::wstring_view content) { return impl_->store.Parse(content); }
+bool SessionSettings::LoadIniText(std::wstring_view content) try {
+    return impl_->store.Parse(content);
+} catch (...) {
+    return CaughtAtEdge(" qv::SessionSettings::LoadIniText", __LINE__, false);
+}
 
-bool SessionSettings::LoadIniFile(const wchar_t* path) {
+bool SessionSettings::LoadIniFile(const wchar_t* path) try {
     std::wstring text;
     if (!ReadTextFile(path, text)) return false;
     return LoadIniText(text);
+} catch (...) {
+    return CaughtAtEdge(" qv::SessionSettings::LoadIniFile", __LINE__, false);
 }
 
 void SessionSettings::ClearStore() { impl_->store.Clear(); }

@@ -103,6 +103,8 @@ class QV_API CatalogTranslation : public ITranslationService {
 public:
     CatalogTranslation();
     ~CatalogTranslation() override;
+    CatalogTranslation(const CatalogTranslation&) = delete;
+    CatalogTranslation& operator=(const CatalogTranslation&) = delete;
     std::wstring Translate(std::wstring_view text) override;
     // Catalog text: one "source<TAB>translation" per line (see frame/catalog.h).
     // Problems are reported line by line in `errors`; good lines are kept.
@@ -128,6 +130,8 @@ class QV_API MemoryLogBook : public ILogBookService {
 public:
     MemoryLogBook();
     ~MemoryLogBook() override;
+    MemoryLogBook(const MemoryLogBook&) = delete;
+    MemoryLogBook& operator=(const MemoryLogBook&) = delete;
     void Write(const LogEntry& entry) override;
     const std::vector<LogEntry>& Entries() const;
     void Clear();
@@ -156,6 +160,8 @@ class QV_API SessionSettings : public ISettingsService {
 public:
     SessionSettings();
     ~SessionSettings() override;
+    SessionSettings(const SessionSettings&) = delete;
+    SessionSettings& operator=(const SessionSettings&) = delete;
     bool GetSessionValue(std::wstring_view section, std::wstring_view name, long flag,
                          std::wstring& value) override;
 

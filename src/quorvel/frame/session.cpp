@@ -1,23 +1,28 @@
 #include "quorvel/frame/session.h"
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/frame/services.h"
 #include "quorvel/platform/com.h"
 
 namespace qv {
 
-std::wstring ReadSettingText(std::wstring_view section, std::wstring_view name, long flag) {
+std::wstring ReadSettingText(std::wstring_view section, std::wstring_view name, long flag) try {
     std::wstring value;
     if (!Services::Settings().GetSessionValue(section, name, flag, value)) return {};
     return value;
+} catch (...) {
+    return CaughtAtEdge(" qv::ReadSettingText", __LINE__, std::wstring());
 }
 
-bool ReadSettingInt(std::wstring_view section, std::wstring_view name, long flag, long& value) {
+bool ReadSettingInt(std::wstring_view section, std::wstring_view name, long flag, long& value) try {
     const std::wstring text = ReadSettingText(section, name, flag);
     if (text.empty()) return false;
     Variant v{std::wstring_view(text)};
     if (FAILED(v.ChangeType(VT_I4))) return false;
     value = v.lVal;
     return true;
+} catch (...) {
+    return CaughtAtEdge(" qv::ReadSettingInt", __LINE__, false);
 }
 
 unsigned long TooltipPopupTimeSetting() {

@@ -1,7 +1,9 @@
 #include "quorvel/frame/siblings.h"
 
 #include <array>
+#include <new>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/frame/services.h"
 
 namespace {
@@ -45,73 +47,127 @@ void TranslateText(HWND hwnd) {
 }
 
 BOOL CALLBACK TranslateChild(HWND child, LPARAM) {
-    if (IsLabelClass(child)) TranslateText(child);
+    try {
+        if (IsLabelClass(child)) TranslateText(child);
+    } catch (...) {
+        // That label keeps its text; the others are still translated.
+        qv::LogCaughtException(" CoTranslateWindow", 1);
+    }
     return TRUE;
+}
+
+// What a translation or error text that failed answers: an empty text.
+wchar_t* NoText() {
+    thread_local wchar_t empty[1] = {L'\0'};
+    empty[0] = L'\0';
+    return empty;
 }
 
 }  // namespace
 
-const wchar_t* CoTranslateText(const wchar_t* text) {
+// A translation that fails leaves the text untranslated (CoTranslateText)
+// or empty (CoTranslateText2).
+const wchar_t* CoTranslateText(const wchar_t* text) try {
     if (!text) return L"";
     return Keep(qv::Services::Translation().Translate(text));
+} catch (...) {
+    return qv::CaughtAtEdge(" CoTranslateText", __LINE__, text);
 }
 
-wchar_t* CoTranslateText2(const wchar_t* text) {
+wchar_t* CoTranslateText2(const wchar_t* text) try {
     return Keep(text ? qv::Services::Translation().Translate(text) : std::wstring());
+} catch (...) {
+    return qv::CaughtAtEdge(" CoTranslateText2", __LINE__, NoText());
 }
 
-wchar_t* CoTranslateText2(const char* text) { return Keep(qv::Services::Translation().Translate(Widen(text))); }
+wchar_t* CoTranslateText2(const char* text) try {
+    return Keep(qv::Services::Translation().Translate(Widen(text)));
+} catch (...) {
+    return qv::CaughtAtEdge(" CoTranslateText2", __LINE__, NoText());
+}
 
 void CoTranslateWindow(HWND dialog) {
     if (!dialog || !::IsWindow(dialog)) return;
-    TranslateText(dialog);
+    try {
+        TranslateText(dialog);
+    } catch (...) {
+        qv::CaughtAtEdge(" CoTranslateWindow", __LINE__);
+    }
     ::EnumChildWindows(dialog, TranslateChild, 0);
 }
 
-int CoErrorBox(HWND parent, const wchar_t* caption, const wchar_t* text, long flags) {
+// A box that cannot be shown (the host's service threw) answers 0, as
+// MessageBoxW does when it fails.
+int CoErrorBox(HWND parent, const wchar_t* caption, const wchar_t* text, long flags) try {
     return qv::Services::MessageBoxes().Show(parent, caption, text, MB_OK | MB_ICONERROR | static_cast<UINT>(flags));
+} catch (...) {
+    return qv::CaughtAtEdge(" CoErrorBox", __LINE__, 0);
 }
 
-int CoWarningBox(HWND parent, const wchar_t* caption, const wchar_t* text, long flags) {
+int CoWarningBox(HWND parent, const wchar_t* caption, const wchar_t* text, long flags) try {
     return qv::Services::MessageBoxes().Show(parent, caption, text, MB_OK | MB_ICONWARNING | static_cast<UINT>(flags));
+} catch (...) {
+    return qv::CaughtAtEdge(" CoWarningBox", __LINE__, 0);
 }
 
 // ---- XZTError ------------------------------------------------------------------------
 
+// The log book is where failures are reported: when writing to it fails,
+// the entry is lost and nothing else happens.
 void XZTError::WriteErrorToLogBook(const wchar_t* module, const wchar_t* function, unsigned long line,
-                                   const wchar_t* message, long hr) {
+                                   const wchar_t* message, long hr) try {
     qv::Services::LogBook().Write(
         qv::LogEntry{module ? module : L"", function ? function : L"", line, message ? message : L"", hr});
+} catch (...) {
 }
 
 void XZTError::DisplayErrorMessageBox(const wchar_t* module, const wchar_t* function, unsigned long line,
-                                      const wchar_t* message, const wchar_t* extra) {
+                                      const wchar_t* message, const wchar_t* extra) try {
     qv::Services::LogBook().DisplayError(
         qv::LogEntry{module ? module : L"", function ? function : L"", line, message ? message : L"", E_FAIL},
         extra);
+} catch (...) {
+    qv::CaughtAtEdge(" XZTError::DisplayErrorMessageBox", __LINE__);
 }
 
-wchar_t* XZTError::GetErrorMessage(unsigned long code) { return Keep(qv::Services::LogBook().ErrorMessage(code)); }
+wchar_t* XZTError::GetErrorMessage(unsigned long code) try {
+    return Keep(qv::Services::LogBook().ErrorMessage(code));
+} catch (...) {
+    return qv::CaughtAtEdge(" XZTError::GetErrorMessage", __LINE__, NoText());
+}
 
 // ---- Conversions ------------------------------------------------------------------------
 
-bool String2Double(const std::wstring& text, double& value) {
+// A conversion that throws (the host's service, or no memory) answers false.
+bool String2Double(const std::wstring& text, double& value) try {
     return qv::Services::Conversion().String2Double(text, value);
+} catch (...) {
+    return qv::CaughtAtEdge(" String2Double", __LINE__, false);
 }
 
-bool Double2String(std::wstring& text, double value, const std::wstring& format) {
+bool Double2String(std::wstring& text, double value, const std::wstring& format) try {
     return qv::Services::Conversion().Double2String(text, value, format);
+} catch (...) {
+    return qv::CaughtAtEdge(" Double2String", __LINE__, false);
 }
 
-bool CheckRange(double lower, double upper, std::wstring& text) {
+bool CheckRange(double lower, double upper, std::wstring& text) try {
     return qv::Services::Conversion().CheckRange(lower, upper, text);
+} catch (...) {
+    return qv::CaughtAtEdge(" CheckRange", __LINE__, false);
 }
 
-bool CheckCharacters0_9A_Z(const std::wstring& text, bool flag) {
+bool CheckCharacters0_9A_Z(const std::wstring& text, bool flag) try {
     return qv::Services::Conversion().CheckCharacters0_9A_Z(text, flag);
+} catch (...) {
+    return qv::CaughtAtEdge(" CheckCharacters0_9A_Z", __LINE__, false);
 }
 
-bool RTF2TXT(const std::wstring& rtf, std::wstring& text) { return qv::Services::Conversion().RTF2TXT(rtf, text); }
+bool RTF2TXT(const std::wstring& rtf, std::wstring& text) try {
+    return qv::Services::Conversion().RTF2TXT(rtf, text);
+} catch (...) {
+    return qv::CaughtAtEdge(" RTF2TXT", __LINE__, false);
+}
 
 // ---- XZTComBSTR / XZTComVariant ------------------------------------------------------------
 
@@ -175,21 +231,27 @@ struct XInitValueWrapper::Item {
     qv::Variant value;
 };
 
-XInitValueWrapper::XInitValueWrapper(unsigned long count, tagINITVALUE* values) : items_(new std::vector<Item>) {
-    if (!values) return;
-    items_->reserve(count);
-    for (unsigned long i = 0; i < count; ++i) {
-        Item item;
-        if (values[i].name) item.name.assign(values[i].name, ::SysStringLen(values[i].name));
-        ::VariantCopy(&item.value, &values[i].value);
-        items_->push_back(std::move(item));
+XInitValueWrapper::XInitValueWrapper(unsigned long count, tagINITVALUE* values)
+    : items_(new (std::nothrow) std::vector<Item>) {
+    if (!values || !items_) return;
+    try {
+        items_->reserve(count);
+        for (unsigned long i = 0; i < count; ++i) {
+            Item item;
+            if (values[i].name) item.name.assign(values[i].name, ::SysStringLen(values[i].name));
+            ::VariantCopy(&item.value, &values[i].value);
+            items_->push_back(std::move(item));
+        }
+    } catch (...) {
+        // The values copied so far are kept; GetData answers false for the rest.
+        qv::CaughtAtEdge(" XInitValueWrapper::XInitValueWrapper", __LINE__);
     }
 }
 
 XInitValueWrapper::~XInitValueWrapper() { delete items_; }
 
 bool XInitValueWrapper::GetData(const wchar_t* name, VARIANT& value) {
-    if (!name) return false;
+    if (!name || !items_) return false;
     for (const Item& item : *items_) {
         if (item.name == name) return SUCCEEDED(::VariantCopy(&value, const_cast<qv::Variant*>(&item.value)));
     }
@@ -213,9 +275,11 @@ void LogFailure(const wchar_t* function, unsigned long line, const wchar_t* mess
     XZTError::WriteErrorToLogBook(L"Quorvel", function, line, message, hr);
 }
 
-void LogFailureA(const char* function, unsigned long line, const char* message, long hr) {
+void LogFailureA(const char* function, unsigned long line, const char* message, long hr) try {
     Bstr fn(Widen(function)), msg(Widen(message));
     XZTError::WriteErrorToLogBook(L"Quorvel", fn.Get() ? fn.Get() : L"", line, msg.Get() ? msg.Get() : L"", hr);
+} catch (...) {
+    // As WriteErrorToLogBook: a log entry that cannot be made is lost.
 }
 
 }  // namespace qv

@@ -1,25 +1,42 @@
 #include "quorvel/frame/va_config.h"
 
+#include <utility>
+
+#include "quorvel/common/boundary.h"
+
 XVAConfig::XVAConfig() : items_(new std::vector<tagVACONFIGITEM>) {}
 XVAConfig::~XVAConfig() { delete items_; }
 XVAConfig::XVAConfig(const XVAConfig& other) : items_(new std::vector<tagVACONFIGITEM>(*other.items_)) {}
-XVAConfig& XVAConfig::operator=(const XVAConfig& other) {
-    if (this != &other) *items_ = *other.items_;
+// A copy that fails (no memory) leaves the configuration as it was.
+XVAConfig& XVAConfig::operator=(const XVAConfig& other) try {
+    if (this != &other) {
+        std::vector<tagVACONFIGITEM> copy(*other.items_);
+        items_->swap(copy);
+    }
+    return *this;
+} catch (...) {
+    qv::CaughtAtEdge(" XVAConfig::operator=", __LINE__);
     return *this;
 }
 
-int XVAConfig::GetGroups(std::vector<tagVACONFIGITEM>& items) const {
+void XVAConfig::Swap(XVAConfig& other) noexcept { std::swap(items_, other.items_); }
+
+int XVAConfig::GetGroups(std::vector<tagVACONFIGITEM>& items) const try {
     items.clear();
     for (const auto& item : *items_)
         if (item.lParentId == 0) items.push_back(item);
     return 1;
+} catch (...) {
+    return qv::CaughtAtEdge(" XVAConfig::GetGroups", __LINE__, 0);
 }
 
-int XVAConfig::GetChilds(long parent, std::vector<tagVACONFIGITEM>& items) const {
+int XVAConfig::GetChilds(long parent, std::vector<tagVACONFIGITEM>& items) const try {
     items.clear();
     for (const auto& item : *items_)
         if (item.lParentId == parent && parent != 0) items.push_back(item);
     return 1;
+} catch (...) {
+    return qv::CaughtAtEdge(" XVAConfig::GetChilds", __LINE__, 0);
 }
 
 int XVAConfig::HasChilds(long parent) const { return GetNumChilds(parent) > 0 ? 1 : 0; }
@@ -31,7 +48,12 @@ long XVAConfig::GetNumChilds(long parent) const {
     return n;
 }
 
-void XVAConfig::SetItems(const std::vector<tagVACONFIGITEM>& items) { *items_ = items; }
+void XVAConfig::SetItems(const std::vector<tagVACONFIGITEM>& items) try {
+    std::vector<tagVACONFIGITEM> copy(items);
+    items_->swap(copy);
+} catch (...) {
+    qv::CaughtAtEdge(" XVAConfig::SetItems", __LINE__);
+}
 const std::vector<tagVACONFIGITEM>& XVAConfig::Items() const { return *items_; }
 
 XVAConfigFactory& EmbeddedVAConfigFactory() {
@@ -54,10 +76,18 @@ int XVAConfigFactory::InitPlanTypeSetVAConfig(qv::ComPtr<IZT_BaseDataObject> obj
     return object ? 1 : 0;
 }
 
-int XVAConfigFactory::GetVAConfig(qv::ComPtr<IZT_BaseDataObject> object, XVAConfig& config) {
+int XVAConfigFactory::GetVAConfig(qv::ComPtr<IZT_BaseDataObject> object, XVAConfig& config) try {
     if (!object) return 0;
-    config = config_;
+    XVAConfig copy(config_);  // throws, rather than failing quietly as an assignment does
+    config.Swap(copy);
     return 1;
+} catch (...) {
+    return qv::CaughtAtEdge(" XVAConfigFactory::GetVAConfig", __LINE__, 0);
 }
 
-void XVAConfigFactory::SetConfiguration(const XVAConfig& config) { config_ = config; }
+void XVAConfigFactory::SetConfiguration(const XVAConfig& config) try {
+    XVAConfig copy(config);
+    config_.Swap(copy);
+} catch (...) {
+    qv::CaughtAtEdge(" XVAConfigFactory::SetConfiguration", __LINE__);
+}

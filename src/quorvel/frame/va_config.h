@@ -38,7 +38,9 @@ public:
     XVAConfig();
     virtual ~XVAConfig();
     XVAConfig(const XVAConfig& other);
+    // A copy that fails (no memory) is logged and leaves the target as it was.
     XVAConfig& operator=(const XVAConfig& other);
+    void Swap(XVAConfig& other) noexcept;
 
     // The groups in configuration order.
     int GetGroups(std::vector<tagVACONFIGITEM>& items) const;

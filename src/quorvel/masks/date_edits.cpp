@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/masks/date_rules.h"
 #include "quorvel/masks/datetime_field.h"
 
@@ -172,7 +173,7 @@ int XMFCBaseDateTimeEdit::SetValue(const qv::OleDateTime& value) {
     return date && time ? 1 : 0;
 }
 
-int XMFCBaseDateTimeEdit::GetValue(qv::OleDateTime& value) const {
+int XMFCBaseDateTimeEdit::GetValue(qv::OleDateTime& value) const try {
     qv::OleDateTime date;
     qv::OleDateTime time;
     if (!HasFields() || !m_pDate->GetValue(date) || !m_pTime->GetValue(time)) return 0;
@@ -185,6 +186,8 @@ int XMFCBaseDateTimeEdit::GetValue(qv::OleDateTime& value) const {
     const std::wstring text =
         df::ReadOnlyText(df::kShowDateTime, date.Format(VAR_DATEVALUEONLY), time.Format(VAR_TIMEVALUEONLY));
     return value.ParseDateTime(text.c_str()) ? 1 : 0;
+} catch (...) {
+    return qv::CaughtAtEdge(" XMFCBaseDateTimeEdit::GetValue", __LINE__, 0);
 }
 
 void XMFCBaseDateTimeEdit::SetFocusToFirst() {
@@ -307,7 +310,7 @@ int ReadOnlyDateField<Field>::Create(const RECT& rect, HWND parent, unsigned int
 }
 
 template <class Field>
-int ReadOnlyDateField<Field>::SetValue(const OleDateTime& value) {
+int ReadOnlyDateField<Field>::SetValue(const OleDateTime& value) try {
     if (m_pPicker && m_pPicker->IsWindow() && m_pPicker->SetTime(value) && value.GetStatus() == OleDateTime::valid) {
         const std::wstring text =
             df::ReadOnlyText(m_eDisplayType, value.Format(VAR_DATEVALUEONLY), value.Format(VAR_TIMEVALUEONLY));
@@ -316,6 +319,8 @@ int ReadOnlyDateField<Field>::SetValue(const OleDateTime& value) {
     }
     this->SetWindowText(L"");
     return 0;
+} catch (...) {
+    return CaughtAtEdge(" qv::ReadOnlyDateField::SetValue", __LINE__, 0);
 }
 
 template <class Field>

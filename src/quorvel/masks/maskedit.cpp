@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/frame/services.h"
 #include "quorvel/masks/mask_rules.h"
 #include "quorvel/masks/pattern.h"
@@ -33,6 +34,15 @@ wchar_t TypedDecimalSeparator() {
 // Opens the clipboard for `owner` if it holds text.
 bool OpenTextClipboard(HWND owner) { return ::IsClipboardFormatAvailable(CF_TEXT) && ::OpenClipboard(owner); }
 
+// Closes the open clipboard when a paste or cut ends, also when it throws:
+// the field never keeps the clipboard from other programs.
+struct ClipboardCloser {
+    ClipboardCloser() = default;
+    ClipboardCloser(const ClipboardCloser&) = delete;
+    ClipboardCloser& operator=(const ClipboardCloser&) = delete;
+    ~ClipboardCloser() { ::CloseClipboard(); }
+};
+
 // Reads the clipboard's CF_TEXT into `text`; the clipboard is open.
 // False when there is no data or it cannot be locked.
 bool ReadClipboardText(std::wstring& text) {
@@ -41,7 +51,12 @@ bool ReadClipboardText(std::wstring& text) {
     const char* bytes = static_cast<const char*>(::GlobalLock(data));
     if (!bytes) return false;
     const int n = ::MultiByteToWideChar(CP_ACP, 0, bytes, -1, nullptr, 0);
-    text.assign(n > 0 ? static_cast<size_t>(n) : 1u, L'\0');
+    try {
+        text.assign(n > 0 ? static_cast<size_t>(n) : 1u, L'\0');
+    } catch (...) {
+        ::GlobalUnlock(data);
+        throw;
+    }
     if (n > 0) ::MultiByteToWideChar(CP_ACP, 0, bytes, -1, text.data(), n);
     text.resize(text.size() - 1);
     ::GlobalUnlock(data);
@@ -69,14 +84,18 @@ void XMaskBaseEdit::InitMaskedit(const std::wstring& mask) {
     ++m_uiParserCount;
 }
 
-void XMaskBaseEdit::SetMask() {
+void XMaskBaseEdit::SetMask() try {
     m_strMask = L"#?(.)(#?)";
     m_bMaskSet = 1;
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskBaseEdit::SetMask", __LINE__);
 }
 
-void XMaskBaseEdit::SetMask(const std::wstring& mask) {
+void XMaskBaseEdit::SetMask(const std::wstring& mask) try {
     m_strMask = mask;
     m_bMaskSet = 1;
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskBaseEdit::SetMask", __LINE__);
 }
 
 bool XMaskBaseEdit::CheckLimits(std::wstring&) { return true; }
@@ -85,7 +104,7 @@ qv::MaskSetup XMaskBaseEdit::Setup() const {
     return qv::MaskSetup(m_pParser, m_strMask, m_bLocaleDecimal != 0, m_bZeroOut != 0);
 }
 
-void XMaskBaseEdit::Update(std::wstring& text, std::wstring& selText, int& selStart, int& selEnd, int& lineStart) {
+void XMaskBaseEdit::Update(std::wstring& text, std::wstring& selText, int& selStart, int& selEnd, int& lineStart) try {
     GetSel(selStart, selEnd);
     // The field has one line, which starts at 0. It is read through the line
     // messages, not WM_GETTEXT, which the decimal fields answer themselves;
@@ -101,6 +120,8 @@ void XMaskBaseEdit::Update(std::wstring& text, std::wstring& selText, int& selSt
     const int from = std::clamp(selStart, 0, static_cast<int>(text.size()));
     const int to = std::clamp(selEnd, from, static_cast<int>(text.size()));
     selText = text.substr(static_cast<size_t>(from), static_cast<size_t>(to - from));
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskBaseEdit::Update", __LINE__);
 }
 
 qv::FieldState XMaskBaseEdit::CurrentState() {
@@ -111,12 +132,14 @@ qv::FieldState XMaskBaseEdit::CurrentState() {
 }
 
 int XMaskBaseEdit::ZeroOut(std::wstring& text, std::wstring& selText, int selStart, int selEnd, int lineStart,
-                           unsigned nChar, int mode) {
+                           unsigned nChar, int mode) try {
     if (!m_bZeroOut) return 1;
     if (mode == 1) return qv::SuperfluousZero(m_strMask, text, nChar) < 0 ? 1 : 0;
     Update(text, selText, selStart, selEnd, lineStart);
     Run(qv::PlanZeroRepair(Setup(), qv::FieldState{text, selStart, selEnd}, nChar), nChar, 1, 0);
     return 1;
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskBaseEdit::ZeroOut", __LINE__, 1);
 }
 
 void XMaskBaseEdit::Run(const qv::MaskEditPlan& plan, UINT ch, UINT repCnt, UINT flags) {
@@ -171,14 +194,15 @@ LRESULT XMaskBaseEdit::OnCut(WPARAM, LPARAM) { return ManageCut(); }
 
 int XMaskBaseEdit::ManagePaste() {
     if (!OpenTextClipboard(m_hWnd)) return 0;
+    const ClipboardCloser closer;
     std::wstring clip;
     if (ReadClipboardText(clip)) Run(qv::PlanPaste(Setup(), CurrentState(), clip), 0, 1, 0);
-    ::CloseClipboard();
     return 1;
 }
 
 int XMaskBaseEdit::ManageCut() {
     if (!::IsClipboardFormatAvailable(CF_TEXT) || !::OpenClipboard(m_hWnd)) return 0;
+    const ClipboardCloser closer;
     std::wstring current;
     if (ReadClipboardText(current)) {
         std::wstring text, selText;
@@ -201,7 +225,6 @@ int XMaskBaseEdit::ManageCut() {
             if (block) ::GlobalFree(block);
         }
     }
-    ::CloseClipboard();
     return 1;
 }
 

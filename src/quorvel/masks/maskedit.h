@@ -57,7 +57,8 @@ public:
 
     // Whether `text` is a value the field may be left with. Always here; the
     // numeric fields test their limits and, on failure, rewrite `text` to
-    // what the field shows instead.
+    // what the field shows instead. A check that cannot be made (no memory)
+    // lets the text be.
     virtual bool CheckLimits(std::wstring& text);
 
     // The next loss of focus shows "Value out of range" (once), even for a

@@ -2,6 +2,7 @@
 
 #include <cfloat>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/common/charclass.h"
 #include "quorvel/frame/siblings.h"
 #include "quorvel/masks/mask_rules.h"
@@ -43,23 +44,37 @@ XMaskIntegerEdit::XMaskIntegerEdit() {
 
 XMaskIntegerEdit::XMaskIntegerEdit(int digits) : XMaskIntegerEdit() { SetComma(digits); }
 
-void XMaskIntegerEdit::SetIntMask() {
+void XMaskIntegerEdit::SetIntMask() try {
     m_strMask = qv::DefaultNumericMask(NumberKind::UnsignedInteger);
     m_bMaskSet = 1;
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskIntegerEdit::SetIntMask", __LINE__);
 }
 
-void XMaskIntegerEdit::SetComma(int digits) {
+void XMaskIntegerEdit::SetComma(int digits) try {
     m_nDigits = digits;
     m_bLocaleDecimal = 0;
     m_strMask = qv::NumericMask(NumberKind::UnsignedInteger, digits, 0);
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskIntegerEdit::SetComma", __LINE__);
 }
 
-unsigned int XMaskIntegerEdit::GetValue() { return qv::ReadUnsignedValue(GetWindowText()); }
+unsigned int XMaskIntegerEdit::GetValue() try {
+    return qv::ReadUnsignedValue(GetWindowText());
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskIntegerEdit::GetValue", __LINE__, 0u);
+}
 
-int XMaskIntegerEdit::SetValue(unsigned int value) { return WriteValueText(std::to_wstring(value), value == 0); }
+int XMaskIntegerEdit::SetValue(unsigned int value) try {
+    return WriteValueText(std::to_wstring(value), value == 0);
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskIntegerEdit::SetValue", __LINE__, 0);
+}
 
-bool XMaskIntegerEdit::CheckLimits(std::wstring& text) {
+bool XMaskIntegerEdit::CheckLimits(std::wstring& text) try {
     return qv::CheckUnsignedIntegerLimits(text, m_dLowerLimit, m_dUpperLimit);
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskIntegerEdit::CheckLimits", __LINE__, true);
 }
 
 // ---- XMaskSignedIntegerEdit ------------------------------------------------------------
@@ -71,23 +86,37 @@ XMaskSignedIntegerEdit::XMaskSignedIntegerEdit() {
 
 XMaskSignedIntegerEdit::XMaskSignedIntegerEdit(int digits) : XMaskSignedIntegerEdit() { SetComma(digits); }
 
-void XMaskSignedIntegerEdit::SetSignedIntMask() {
+void XMaskSignedIntegerEdit::SetSignedIntMask() try {
     m_strMask = qv::DefaultNumericMask(NumberKind::SignedInteger);
     m_bMaskSet = 1;
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskSignedIntegerEdit::SetSignedIntMask", __LINE__);
 }
 
-void XMaskSignedIntegerEdit::SetComma(int digits) {
+void XMaskSignedIntegerEdit::SetComma(int digits) try {
     m_nDigits = digits;
     m_bLocaleDecimal = 0;
     m_strMask = qv::NumericMask(NumberKind::SignedInteger, digits, 0);
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskSignedIntegerEdit::SetComma", __LINE__);
 }
 
-int XMaskSignedIntegerEdit::GetValue() { return qv::ReadSignedValue(GetWindowText()); }
+int XMaskSignedIntegerEdit::GetValue() try {
+    return qv::ReadSignedValue(GetWindowText());
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskSignedIntegerEdit::GetValue", __LINE__, 0);
+}
 
-int XMaskSignedIntegerEdit::SetValue(int value) { return WriteValueText(std::to_wstring(value), value == 0); }
+int XMaskSignedIntegerEdit::SetValue(int value) try {
+    return WriteValueText(std::to_wstring(value), value == 0);
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskSignedIntegerEdit::SetValue", __LINE__, 0);
+}
 
-bool XMaskSignedIntegerEdit::CheckLimits(std::wstring& text) {
+bool XMaskSignedIntegerEdit::CheckLimits(std::wstring& text) try {
     return qv::CheckSignedIntegerLimits(text, m_dLowerLimit, m_dUpperLimit);
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskSignedIntegerEdit::CheckLimits", __LINE__, true);
 }
 
 // ---- XMaskFloatEdit ---------------------------------------------------------------------
@@ -100,34 +129,48 @@ XMaskFloatEdit::XMaskFloatEdit() {
 
 XMaskFloatEdit::XMaskFloatEdit(int digits, int decimals) : XMaskFloatEdit() { SetComma(digits, decimals); }
 
-void XMaskFloatEdit::SetFloatMask() {
+void XMaskFloatEdit::SetFloatMask() try {
     m_strMask = qv::DefaultNumericMask(NumberKind::UnsignedDecimal);
     m_bMaskSet = 1;
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskFloatEdit::SetFloatMask", __LINE__);
 }
 
-void XMaskFloatEdit::SetComma(int digits, int decimals) {
+void XMaskFloatEdit::SetComma(int digits, int decimals) try {
     m_nDigits = digits;
     m_nDecimals = decimals;
     m_bLocaleDecimal = 1;
     m_strMask = qv::NumericMask(NumberKind::UnsignedDecimal, digits, decimals);
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskFloatEdit::SetComma", __LINE__);
 }
 
-double XMaskFloatEdit::GetValue() { return qv::ReadDecimalValue(GetWindowText(), kHostConversion); }
+double XMaskFloatEdit::GetValue() try {
+    return qv::ReadDecimalValue(GetWindowText(), kHostConversion);
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskFloatEdit::GetValue", __LINE__, 0.0);
+}
 
-int XMaskFloatEdit::SetValue(double value) {
+int XMaskFloatEdit::SetValue(double value) try {
     return WriteDecimalValue(value, m_nDecimals);
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskFloatEdit::SetValue", __LINE__, 0);
 }
 
-bool XMaskFloatEdit::CheckLimits(std::wstring& text) {
+bool XMaskFloatEdit::CheckLimits(std::wstring& text) try {
     return qv::CheckUnsignedDecimalLimits(text, m_dLowerLimit, m_dUpperLimit, kHostConversion);
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskFloatEdit::CheckLimits", __LINE__, true);
 }
 
-void XMaskFloatEdit::TrimRight() {
+void XMaskFloatEdit::TrimRight() try {
     const std::wstring trimmed = qv::TrimmedTrailingZeros(CurrentState().text);
     if (!Setup().Accepts(trimmed)) return;
     SendMessage(EM_SETSEL, 0, -1);
     ReplaceSel(trimmed.c_str(), false);
     SendMessage(EM_SETSEL, 0, 0);
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskFloatEdit::TrimRight", __LINE__);
 }
 
 // ---- XMaskSignedFloatEdit ---------------------------------------------------------------
@@ -140,26 +183,38 @@ XMaskSignedFloatEdit::XMaskSignedFloatEdit() {
 
 XMaskSignedFloatEdit::XMaskSignedFloatEdit(int digits, int decimals) : XMaskSignedFloatEdit() { SetComma(digits, decimals); }
 
-void XMaskSignedFloatEdit::SetSignedFloatMask() {
+void XMaskSignedFloatEdit::SetSignedFloatMask() try {
     m_strMask = qv::DefaultNumericMask(NumberKind::SignedDecimal);
     m_bMaskSet = 1;
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskSignedFloatEdit::SetSignedFloatMask", __LINE__);
 }
 
-void XMaskSignedFloatEdit::SetComma(int digits, int decimals) {
+void XMaskSignedFloatEdit::SetComma(int digits, int decimals) try {
     m_nDigits = digits;
     m_nDecimals = decimals;
     m_bLocaleDecimal = decimals > 0 ? 1 : 0;
     m_strMask = qv::NumericMask(NumberKind::SignedDecimal, digits, decimals);
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskSignedFloatEdit::SetComma", __LINE__);
 }
 
-double XMaskSignedFloatEdit::GetValue() { return qv::ReadDecimalValue(GetWindowText(), kHostConversion); }
+double XMaskSignedFloatEdit::GetValue() try {
+    return qv::ReadDecimalValue(GetWindowText(), kHostConversion);
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskSignedFloatEdit::GetValue", __LINE__, 0.0);
+}
 
-int XMaskSignedFloatEdit::SetValue(double value) {
+int XMaskSignedFloatEdit::SetValue(double value) try {
     return WriteDecimalValue(value, m_nDecimals);
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskSignedFloatEdit::SetValue", __LINE__, 0);
 }
 
-bool XMaskSignedFloatEdit::CheckLimits(std::wstring& text) {
+bool XMaskSignedFloatEdit::CheckLimits(std::wstring& text) try {
     return qv::CheckSignedDecimalLimits(text, m_dLowerLimit, m_dUpperLimit, m_nDecimals, kHostConversion);
+} catch (...) {
+    return qv::CaughtAtEdge(" XMaskSignedFloatEdit::CheckLimits", __LINE__, true);
 }
 
 // ---- Digit fields -----------------------------------------------------------------------

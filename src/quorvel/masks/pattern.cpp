@@ -1,7 +1,10 @@
 #include "quorvel/masks/pattern.h"
 
 #include <climits>
+#include <memory>
+#include <new>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/common/charclass.h"
 
 namespace {
@@ -14,6 +17,13 @@ int Length(const std::wstring& s) {
 // this in a step or two for ordinary patterns, where the character sought
 // usually stands near the end, instead of walking the rest of the pattern
 // for every item.
+// Hands a new alternative to the item, which deletes it; nothing leaks when
+// the list cannot grow.
+void AddElement(std::vector<XMengeElement*>& elements, std::unique_ptr<XMengeElement> element) {
+    elements.push_back(element.get());
+    element.release();
+}
+
 bool OccursFrom(const std::wstring& mask, wchar_t c, int from) {
     const size_t at = mask.rfind(c);
     return at != std::wstring::npos && at >= static_cast<size_t>(from);
@@ -76,17 +86,17 @@ int XMengeString::Match(const std::wstring& text, int& pos, int& kind) {
 XMenge::XMenge(int kind, const std::wstring& mask, int& maskPos) {
     switch (kind) {
     case XMengeKindDigit:
-        m_elements.push_back(new XMengeDigit());
+        AddElement(m_elements, std::make_unique<XMengeDigit>());
         ParseQuantifier(mask, maskPos);
         break;
     case XMengeKindPrintable:
-        m_elements.push_back(new XMengeChar());
+        AddElement(m_elements, std::make_unique<XMengeChar>());
         ParseQuantifier(mask, maskPos);
         break;
     case XMengeKindOne:
         // A literal is required exactly once and takes no quantifier.
         if (maskPos >= 0 && maskPos < Length(mask)) {
-            m_elements.push_back(new XMengeOne(mask[maskPos]));
+            AddElement(m_elements, std::make_unique<XMengeOne>(mask[maskPos]));
             ++maskPos;
         }
         break;
@@ -127,7 +137,7 @@ void XMenge::ParseQuantifier(const std::wstring& mask, int& maskPos) {
     maskPos = end + 1;
 }
 
-void XMenge::ParseStringSet(const std::wstring& mask, int& maskPos) {
+void XMenge::ParseStringSet(const std::wstring& mask, int& maskPos) try {
     const int len = Length(mask);
     if (maskPos < 0 || maskPos >= len || mask[maskPos] != L'[' ||
         mask.find(L']', static_cast<size_t>(maskPos)) == std::wstring::npos)
@@ -138,11 +148,13 @@ void XMenge::ParseStringSet(const std::wstring& mask, int& maskPos) {
         ++maskPos;
         const size_t stop = mask.find_first_of(L"|]", static_cast<size_t>(maskPos));
         if (stop == std::wstring::npos) break;
-        m_elements.push_back(new XMengeString(mask.substr(maskPos, stop - maskPos)));
+        AddElement(m_elements, std::make_unique<XMengeString>(mask.substr(maskPos, stop - maskPos)));
         maskPos = static_cast<int>(stop);
     }
     ++maskPos;
     ParseQuantifier(mask, maskPos);
+} catch (...) {
+    qv::CaughtAtEdge(" XMenge::ParseStringSet", __LINE__);
 }
 
 void XMenge::Consume(const std::wstring& text, int& textPos, int& count) {
@@ -182,7 +194,7 @@ void XMenge::Consume(const std::wstring& text, int& textPos, int& count) {
 XParserFactory* XParserFactory::m_ParserFactory = nullptr;
 
 XParserFactory* XParserFactory::GetParserFactory() {
-    if (!m_ParserFactory) m_ParserFactory = new XParserFactory();
+    if (!m_ParserFactory) m_ParserFactory = new (std::nothrow) XParserFactory();
     return m_ParserFactory;
 }
 
@@ -235,7 +247,7 @@ void Note(qv::PatternTrace* trace, qv::PatternTrace::Reason reason, int textPos,
 // reading. Every step moves the pattern position forward, so a check ends
 // after at most one item per pattern character.
 int XParserFactory::CheckTraced(const std::wstring& text, const std::wstring& mask, int& textPos,
-                                int& maskPos, int& depth, qv::PatternTrace* trace) {
+                                int& maskPos, int& depth, qv::PatternTrace* trace) try {
     using Reason = qv::PatternTrace::Reason;
     struct Level {
         int entryPos;  // text position where the enclosing level began
@@ -326,6 +338,8 @@ int XParserFactory::CheckTraced(const std::wstring& text, const std::wstring& ma
         textPos = entryPos;
         delete item;
     }
+} catch (...) {
+    return qv::CaughtAtEdge(" XParserFactory::CheckTraced", __LINE__, 0);
 }
 
 int XParserFactory::ScipBrackets(const std::wstring& mask, int& maskPos, int open) {
@@ -351,8 +365,10 @@ int XParserFactory::SciptoNext(const std::wstring& mask, int& maskPos) {
     }
 }
 
-std::wstring XParserFactory::GetCommaMask(int intDigits, int decimals) {
+std::wstring XParserFactory::GetCommaMask(int intDigits, int decimals) try {
     return L"#" + std::to_wstring(intDigits) + L"?(.|,)(#" + std::to_wstring(decimals) + L"?)";
+} catch (...) {
+    return qv::CaughtAtEdge(" XParserFactory::GetCommaMask", __LINE__, std::wstring());
 }
 
 int XParserFactory::NoZero() { return 1; }

@@ -160,12 +160,14 @@ public:
     XParserFactory(const XParserFactory&) {}
     XParserFactory& operator=(const XParserFactory&) { return *this; }
 
-    // The instance, created on first use.
+    // The instance, created on first use; null when it cannot be made (no
+    // memory), which the masked fields take as a refusal of every text.
     static XParserFactory* GetParserFactory();
     // Deletes the instance; a later GetParserFactory creates a new one.
     static void DestroyParserFactory();
 
-    // 1 when the pattern accounts for every character of the text.
+    // 1 when the pattern accounts for every character of the text; a check
+    // that cannot be completed (no memory) answers 0.
     int Check(const std::wstring& text, const std::wstring& mask);
     // The checker with positions of the caller's own (the fields pass 0, 0, 0).
     int CheckSyntax(const std::wstring& text, const std::wstring& mask, int& textPos, int& maskPos,

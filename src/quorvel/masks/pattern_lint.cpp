@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/common/charclass.h"
 
 namespace qv {
@@ -172,11 +173,16 @@ private:
 
 }  // namespace
 
-std::vector<PatternProblem> LintPattern(const std::wstring& mask) { return Linter(mask).Run(); }
+std::vector<PatternProblem> LintPattern(const std::wstring& mask) try {
+    return Linter(mask).Run();
+} catch (...) {
+    return CaughtAtEdge(" qv::LintPattern", __LINE__, std::vector<PatternProblem>());
+}
 
-PatternExplanation ExplainPattern(const std::wstring& mask, const std::wstring& text) {
+PatternExplanation ExplainPattern(const std::wstring& mask, const std::wstring& text) try {
     PatternExplanation result;
     XParserFactory* checker = XParserFactory::GetParserFactory();
+    if (!checker) return result;
     const int len = static_cast<int>(text.size());
     if (checker->Check(text, mask)) {
         result.accepted = true;
@@ -191,10 +197,12 @@ PatternExplanation ExplainPattern(const std::wstring& mask, const std::wstring& 
     int textPos = 0, maskPos = 0, depth = 0;
     checker->CheckTraced(text.substr(0, k + 1), mask, textPos, maskPos, depth, &result.trace);
     return result;
+} catch (...) {
+    return CaughtAtEdge(" qv::ExplainPattern", __LINE__, PatternExplanation());
 }
 
 std::wstring DescribeRefusal(const std::wstring& mask, const std::wstring& text,
-                             const PatternExplanation& e) {
+                             const PatternExplanation& e) try {
     if (e.accepted) return L"";
     using Reason = PatternTrace::Reason;
     const PatternTrace& t = e.trace;
@@ -219,6 +227,8 @@ std::wstring DescribeRefusal(const std::wstring& mask, const std::wstring& text,
     default:
         return line;
     }
+} catch (...) {
+    return CaughtAtEdge(" qv::DescribeRefusal", __LINE__, std::wstring());
 }
 
 }  // namespace qv

@@ -1,6 +1,7 @@
 // Help for the people who write validation patterns into the host's
 // configuration: the mistakes worth hearing about before a user meets them,
-// and why a given text is refused. Portable model code.
+// and why a given text is refused. Portable model code. When there is no
+// memory for an answer, each answers an empty one.
 #pragma once
 
 #include <string>

@@ -1,13 +1,16 @@
 #include "quorvel/masks/placeholder.h"
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/controls/base_keys.h"
 
 XMaskEdit::XMaskEdit() : XBaseEdit() {}
 
-void XMaskEdit::SetMask(const std::wstring& mask) {
+void XMaskEdit::SetMask(const std::wstring& mask) try {
     SetWindowTextW(qv::PlaceholderTemplate(mask, m_chPlaceholder).c_str());
     m_strMask = mask;
     m_bMaskSet = 1;
+} catch (...) {
+    qv::CaughtAtEdge(" XMaskEdit::SetMask", __LINE__);
 }
 
 LRESULT XMaskEdit::OnInitControl(UINT, LPARAM lParam) {

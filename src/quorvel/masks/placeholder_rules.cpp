@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/common/charclass.h"
 
 namespace qv {
@@ -21,11 +22,13 @@ bool IsInputPosition(std::wstring_view mask, int index) noexcept {
     return m == kDigitPosition || m == kAnyPosition;
 }
 
-std::wstring PlaceholderTemplate(std::wstring_view mask, wchar_t placeholder) {
+std::wstring PlaceholderTemplate(std::wstring_view mask, wchar_t placeholder) try {
     std::wstring shown(mask);
     for (int i = 0; i < Length(mask); ++i)
         if (IsInputPosition(mask, i)) shown[static_cast<size_t>(i)] = placeholder;
     return shown;
+} catch (...) {
+    return CaughtAtEdge(" qv::PlaceholderTemplate", __LINE__, std::wstring());
 }
 
 bool IsCheckedChar(std::wstring_view text, std::wstring_view mask, wchar_t placeholder) {
@@ -45,7 +48,7 @@ bool IsCheckedChar(std::wstring_view text, std::wstring_view mask, wchar_t place
     return true;
 }
 
-PlaceholderAction BackspaceAction(const PlaceholderLine& line, std::wstring_view mask, wchar_t placeholder) {
+PlaceholderAction BackspaceAction(const PlaceholderLine& line, std::wstring_view mask, wchar_t placeholder) try {
     PlaceholderAction action;
     const int caret = line.start;
     if (caret < 1 || caret > Length(line.text)) return action;
@@ -62,10 +65,12 @@ PlaceholderAction BackspaceAction(const PlaceholderLine& line, std::wstring_view
     action.kind = PlaceholderAction::kMoveCaret;
     action.caret = to;
     return action;
+} catch (...) {
+    return CaughtAtEdge(" qv::BackspaceAction", __LINE__, PlaceholderAction());
 }
 
 PlaceholderAction TypedCharAction(const PlaceholderLine& line, std::wstring_view mask, wchar_t placeholder,
-                                  wchar_t ch) {
+                                  wchar_t ch) try {
     PlaceholderAction action;
     // The double quote is never taken into a template. Control characters
     // are dropped as well: passed on, Ctrl+Z would let the edit control undo
@@ -82,6 +87,8 @@ PlaceholderAction TypedCharAction(const PlaceholderLine& line, std::wstring_view
     action.text.assign(1, ch);
     action.caret = CaretAfterTyping(candidate, mask, caret + 1);
     return action;
+} catch (...) {
+    return CaughtAtEdge(" qv::TypedCharAction", __LINE__, PlaceholderAction());
 }
 
 int CaretAfterTyping(std::wstring_view text, std::wstring_view mask, int caret) noexcept {
@@ -90,7 +97,7 @@ int CaretAfterTyping(std::wstring_view text, std::wstring_view mask, int caret) 
     return caret;
 }
 
-PlaceholderAction DeleteAction(const PlaceholderLine& line, std::wstring_view mask, wchar_t placeholder) {
+PlaceholderAction DeleteAction(const PlaceholderLine& line, std::wstring_view mask, wchar_t placeholder) try {
     PlaceholderAction action;
     const int from = std::max(line.start, 0);
     const int to = std::min({line.end, Length(line.text), Length(mask)});
@@ -103,6 +110,8 @@ PlaceholderAction DeleteAction(const PlaceholderLine& line, std::wstring_view ma
         if (IsInputPosition(mask, i)) action.text[static_cast<size_t>(i - from)] = placeholder;
     action.caret = from;
     return action;
+} catch (...) {
+    return CaughtAtEdge(" qv::DeleteAction", __LINE__, PlaceholderAction());
 }
 
 }  // namespace qv

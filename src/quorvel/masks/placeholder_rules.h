@@ -13,6 +13,8 @@
 // and the caret and selection within it) and answers what the field does;
 // the window class carries that out on the edit control. Positions are
 // indexes into the line, so a rule never needs to know about other lines.
+// A rule that cannot be worked out (no memory) answers kNothing: the key is
+// dropped.
 //
 // Portable code over std::wstring: built into the DLL and natively.
 #pragma once

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/platform/gdi.h"
 
 namespace qv {
@@ -18,7 +19,7 @@ bool IsListBoxClass(HWND hwnd) {
 
 }  // namespace
 
-bool CheckListBox::Create(DWORD style, const RECT& rect, HWND parent, UINT id) {
+bool CheckListBox::Create(DWORD style, const RECT& rect, HWND parent, UINT id) try {
     style |= LBS_HASSTRINGS;
     if (!(style & kOwnerDraw)) style |= LBS_OWNERDRAWFIXED;
     if (!ListBox::Create(style, rect, parent, id)) return false;
@@ -27,9 +28,11 @@ bool CheckListBox::Create(DWORD style, const RECT& rect, HWND parent, UINT id) {
     SyncItems();
     UpdateItemHeight();
     return true;
+} catch (...) {
+    return CaughtAtEdge(" qv::CheckListBox::Create", __LINE__, false);
 }
 
-bool CheckListBox::Attach(HWND hwnd) {
+bool CheckListBox::Attach(HWND hwnd) try {
     if (!hwnd || !::IsWindow(hwnd) || !IsListBoxClass(hwnd)) return false;
     const DWORD style = static_cast<DWORD>(::GetWindowLongPtrW(hwnd, GWL_STYLE));
     if (!(style & LBS_HASSTRINGS) || !(style & kOwnerDraw)) return false;
@@ -37,6 +40,8 @@ bool CheckListBox::Attach(HWND hwnd) {
     SyncItems();
     UpdateItemHeight();
     return true;
+} catch (...) {
+    return CaughtAtEdge(" qv::CheckListBox::Attach", __LINE__, false);
 }
 
 bool CheckListBox::SubclassDlgItem(UINT id, HWND parent) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/platform/datetime.h"
 
 namespace qv {
@@ -41,7 +42,7 @@ void Edit::SetSel(int start, int end, bool noScroll) {
     if (!noScroll) SendMessage(EM_SCROLLCARET);
 }
 
-std::wstring Edit::GetLine(int line) const {
+std::wstring Edit::GetLine(int line) const try {
     const int len = LineLength(LineIndex(line));
     // EM_GETLINE takes the buffer size in its first WORD and copies no terminator.
     std::wstring text(static_cast<size_t>(len < 1 ? 1 : len) + 1, L'\0');
@@ -49,6 +50,8 @@ std::wstring Edit::GetLine(int line) const {
     const int got = static_cast<int>(SendMessage(EM_GETLINE, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(text.data())));
     text.resize(got > 0 && got <= len ? static_cast<size_t>(got) : 0);
     return text;
+} catch (...) {
+    return CaughtAtEdge(" qv::Edit::GetLine", __LINE__, std::wstring());
 }
 
 POINT Edit::PosFromChar(UINT index) const {
@@ -63,20 +66,24 @@ bool ComboBox::Create(DWORD style, const RECT& rect, HWND parent, UINT id) {
     return Window::Create(L"COMBOBOX", L"", style, rect, parent, id);
 }
 
-std::wstring ComboBox::GetLBText(int index) const {
+std::wstring ComboBox::GetLBText(int index) const try {
     return ReadText(GetLBTextLen(index), [&](wchar_t* buf) {
         return static_cast<int>(SendMessage(CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(buf)));
     });
+} catch (...) {
+    return CaughtAtEdge(" qv::ComboBox::GetLBText", __LINE__, std::wstring());
 }
 
 bool ListBox::Create(DWORD style, const RECT& rect, HWND parent, UINT id) {
     return Window::Create(L"LISTBOX", L"", style, rect, parent, id);
 }
 
-std::wstring ListBox::GetText(int index) const {
+std::wstring ListBox::GetText(int index) const try {
     return ReadText(GetTextLen(index), [&](wchar_t* buf) {
         return static_cast<int>(SendMessage(LB_GETTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(buf)));
     });
+} catch (...) {
+    return CaughtAtEdge(" qv::ListBox::GetText", __LINE__, std::wstring());
 }
 
 UINT ListBox::ItemFromPoint(POINT pt, bool& outside) const {
@@ -135,7 +142,7 @@ bool ListCtrl::SetItemText(int item, int subItem, const wchar_t* text) {
     return SendMessage(LVM_SETITEMTEXTW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&it)) != 0;
 }
 
-std::wstring ListCtrl::GetItemText(int item, int subItem) const {
+std::wstring ListCtrl::GetItemText(int item, int subItem) const try {
     // The control answers how much it copied, never the full length: grow
     // the buffer until the text no longer fills it.
     for (size_t size = 256;; size *= 4) {
@@ -151,6 +158,8 @@ std::wstring ListCtrl::GetItemText(int item, int subItem) const {
             return text;
         }
     }
+} catch (...) {
+    return CaughtAtEdge(" qv::ListCtrl::GetItemText", __LINE__, std::wstring());
 }
 
 bool ListCtrl::SetItemData(int item, DWORD_PTR data) {
@@ -260,19 +269,34 @@ struct StreamInState {
     size_t pos;
 };
 
+// The rich edit control calls these back; an error code (non-zero) stops
+// the transfer and ends up in the stream's dwError.
+constexpr DWORD kStreamFailed = 1;
+
 DWORD CALLBACK ReadFromString(DWORD_PTR cookie, LPBYTE buf, LONG cb, LONG* read) {
-    auto* s = reinterpret_cast<StreamInState*>(cookie);
-    const size_t n = (std::min)(static_cast<size_t>(cb), s->data->size() - s->pos);
-    std::memcpy(buf, s->data->data() + s->pos, n);
-    s->pos += n;
-    *read = static_cast<LONG>(n);
-    return 0;
+    try {
+        auto* s = reinterpret_cast<StreamInState*>(cookie);
+        const size_t n = (std::min)(static_cast<size_t>(cb), s->data->size() - s->pos);
+        std::memcpy(buf, s->data->data() + s->pos, n);
+        s->pos += n;
+        *read = static_cast<LONG>(n);
+        return 0;
+    } catch (...) {
+        LogCaughtException(" qv::RichEditCtrl::StreamIn", 1);
+        return kStreamFailed;
+    }
 }
 
 DWORD CALLBACK WriteToString(DWORD_PTR cookie, LPBYTE buf, LONG cb, LONG* written) {
-    reinterpret_cast<std::string*>(cookie)->append(reinterpret_cast<const char*>(buf), static_cast<size_t>(cb));
-    *written = cb;
-    return 0;
+    try {
+        reinterpret_cast<std::string*>(cookie)->append(reinterpret_cast<const char*>(buf), static_cast<size_t>(cb));
+        *written = cb;
+        return 0;
+    } catch (...) {
+        LogCaughtException(" qv::RichEditCtrl::StreamOut", 1);
+        *written = 0;
+        return kStreamFailed;
+    }
 }
 
 }  // namespace
@@ -288,6 +312,8 @@ std::string RichEditCtrl::StreamOut(int format) const {
     std::string out;
     EDITSTREAM es{reinterpret_cast<DWORD_PTR>(&out), 0, &WriteToString};
     StreamOut(format, es);
+    // A transfer cut short is no content: a half RTF text would not read back.
+    if (es.dwError) out.clear();
     return out;
 }
 

@@ -276,7 +276,8 @@ public:
     // Replaces the content (or the selection, with SFF_SELECTION) with `data`,
     // 8-bit RTF or text; answers the number of bytes read.
     long StreamIn(int format, const std::string& data);                                              // EM_STREAMIN
-    // The content (or the selection) as 8-bit RTF or text.
+    // The content (or the selection) as 8-bit RTF or text; empty when the
+    // transfer failed.
     std::string StreamOut(int format) const;                                                         // EM_STREAMOUT
     // Answers the previous background colour.
     COLORREF SetBackgroundColor(bool sysColor, COLORREF color) { return static_cast<COLORREF>(SendMessage(EM_SETBKGNDCOLOR, sysColor, static_cast<LPARAM>(color))); }  // EM_SETBKGNDCOLOR

@@ -3,7 +3,9 @@
 #include <ctime>
 #include <cwchar>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/common/oledate.h"
+#include "quorvel/platform/com.h"
 
 namespace qv {
 
@@ -98,16 +100,16 @@ bool OleDateTime::operator<=(const OleDateTime& other) const noexcept {
     return oledate::ToLinear(m_dt) <= oledate::ToLinear(other.m_dt);
 }
 
-std::wstring OleDateTime::Format(DWORD flags, LCID lcid) const {
+std::wstring OleDateTime::Format(DWORD flags, LCID lcid) const try {
     if (m_status != valid) return {};
-    BSTR text = nullptr;
-    if (FAILED(::VarBstrFromDate(m_dt, lcid, flags, &text)) || !text) return {};
-    std::wstring result(text, ::SysStringLen(text));
-    ::SysFreeString(text);
-    return result;
+    Bstr text;
+    if (FAILED(::VarBstrFromDate(m_dt, lcid, flags, &text)) || !text.Get()) return {};
+    return text.Str();
+} catch (...) {
+    return CaughtAtEdge(" qv::OleDateTime::Format", __LINE__, std::wstring());
 }
 
-std::wstring OleDateTime::Format(const wchar_t* format) const {
+std::wstring OleDateTime::Format(const wchar_t* format) const try {
     oledate::DateParts p;
     if (!format || !*format || !PartsOf(*this, p) || !IsKnownStrftimeFormat(format)) return {};
     std::tm tm{};
@@ -130,6 +132,8 @@ std::wstring OleDateTime::Format(const wchar_t* format) const {
         }
     }
     return {};
+} catch (...) {
+    return CaughtAtEdge(" qv::OleDateTime::Format", __LINE__, std::wstring());
 }
 
 bool OleDateTime::ParseDateTime(const wchar_t* text, DWORD flags, LCID lcid) noexcept {

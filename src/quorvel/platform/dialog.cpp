@@ -5,6 +5,7 @@
 #include <climits>
 #include <cwchar>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/frame/zt_lang.h"
 #include "quorvel/platform/module.h"
 
@@ -30,7 +31,8 @@ void DataExchange::Fail() noexcept {
     if (::lstrcmpiW(cls, L"Edit") == 0) ::SendMessageW(m_hWndLastControl, EM_SETSEL, 0, -1);
 }
 
-void DDX_Text(DataExchange* dx, int id, std::wstring& value) {
+// An exchange that throws fails like one that finds a wrong text.
+void DDX_Text(DataExchange* dx, int id, std::wstring& value) try {
     if (dx->m_bFailed) return;
     HWND ctrl = dx->PrepareCtrl(id);
     if (!ctrl) {
@@ -45,9 +47,12 @@ void DDX_Text(DataExchange* dx, int id, std::wstring& value) {
     } else {
         ::SetWindowTextW(ctrl, value.c_str());
     }
+} catch (...) {
+    CaughtAtEdge(" qv::DDX_Text", __LINE__);
+    dx->Fail();
 }
 
-void DDX_Text(DataExchange* dx, int id, int& value) {
+void DDX_Text(DataExchange* dx, int id, int& value) try {
     if (dx->m_bFailed) return;
     if (!dx->m_bSaveAndValidate) {
         HWND ctrl = dx->PrepareCtrl(id);
@@ -71,6 +76,9 @@ void DDX_Text(DataExchange* dx, int id, int& value) {
         return;
     }
     value = static_cast<int>(parsed);
+} catch (...) {
+    CaughtAtEdge(" qv::DDX_Text", __LINE__);
+    dx->Fail();
 }
 
 // ---------------------------------------------------------------------------
@@ -105,9 +113,21 @@ INT_PTR CALLBACK Dialog::DialogProc(HWND hwnd, UINT msg, WPARAM, LPARAM lp) {
     if (msg != WM_INITDIALOG) return FALSE;
     auto* self = reinterpret_cast<Dialog*>(lp);
     if (!self || !self->Attach(hwnd)) return TRUE;
-    const BOOL setFocus = self->OnInitDialog();
-    ::CoTranslateWindow(hwnd);
-    return setFocus;
+    try {
+        const BOOL setFocus = self->OnInitDialog();
+        ::CoTranslateWindow(hwnd);
+        return setFocus;
+    } catch (...) {
+        LogCaughtException(" qv::Dialog::DialogProc", 1, WM_INITDIALOG);
+    }
+    // A dialog whose controls were not filled must not be shown, or OK would
+    // store what it never showed: it ends as one that could not be created
+    // (DoModal answers -1, Create false).
+    if (self->m_modal)
+        ::EndDialog(hwnd, -1);
+    else
+        ::DestroyWindow(hwnd);
+    return FALSE;
 }
 
 void Dialog::EndDialog(int result) {
@@ -118,10 +138,12 @@ void Dialog::EndDialog(int result) {
         ::DestroyWindow(m_hWnd);
 }
 
-bool Dialog::UpdateData(bool save) {
+bool Dialog::UpdateData(bool save) try {
     DataExchange dx(this, save);
     DoDataExchange(&dx);
     return !dx.m_bFailed;
+} catch (...) {
+    return CaughtAtEdge(" qv::Dialog::UpdateData", __LINE__, false);
 }
 
 BOOL Dialog::OnInitDialog() {

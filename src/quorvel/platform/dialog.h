@@ -8,7 +8,8 @@
 // WM_INITDIALOG: OnInitDialog() (which fills the controls with
 // UpdateData(false)), then CoTranslateWindow translates the caption and the
 // controls' texts; OnInitDialog's answer goes back to the dialog manager
-// (TRUE: give the default focus).
+// (TRUE: give the default focus). When either throws, the dialog ends before
+// it is shown, as one that could not be created.
 // IDOK calls OnOK() (UpdateData(true), and EndDialog(IDOK) when that
 // succeeds); IDCANCEL (also Esc and the close box) calls OnCancel().
 //

@@ -2,6 +2,7 @@
 
 #include <windowsx.h>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/platform/module.h"
 
 namespace qv {
@@ -34,6 +35,14 @@ BOOL WindowSubclassRef(HWND hwnd, SUBCLASSPROC proc, UINT_PTR id, DWORD_PTR* ref
 
 POINT PointFromLParam(LPARAM lp) { return POINT{GET_X_LPARAM(lp), GET_Y_LPARAM(lp)}; }
 
+// The window's direct child that an owner-drawn item message is about: the
+// item's window when it is one (a list box), otherwise the child with the
+// item's control id (a combo box may name its inner list instead of itself).
+HWND ItemOwner(HWND parent, HWND item, UINT ctlId) {
+    if (item && ::GetParent(item) == parent) return item;
+    return ::GetDlgItem(parent, static_cast<int>(ctlId));
+}
+
 // The child a notification to `parent` is about, or null when it is not a
 // child's notification (menus, accelerators, window scroll bars).
 HWND ReflectionTarget(HWND parent, UINT msg, WPARAM wp, LPARAM lp) {
@@ -59,8 +68,75 @@ HWND ReflectionTarget(HWND parent, UINT msg, WPARAM wp, LPARAM lp) {
         const auto* mis = reinterpret_cast<const MEASUREITEMSTRUCT*>(lp);
         return ::GetDlgItem(parent, static_cast<int>(mis->CtlID));
     }
+    case WM_COMPAREITEM: {
+        if (wp == 0 || !lp) return nullptr;
+        const auto* cis = reinterpret_cast<const COMPAREITEMSTRUCT*>(lp);
+        return ItemOwner(parent, cis->hwndItem, cis->CtlID);
+    }
+    case WM_DELETEITEM: {
+        if (wp == 0 || !lp) return nullptr;
+        const auto* dis = reinterpret_cast<const DELETEITEMSTRUCT*>(lp);
+        return ItemOwner(parent, dis->hwndItem, dis->CtlID);
+    }
+    case WM_CHARTOITEM:
+    case WM_VKEYTOITEM:
+        return reinterpret_cast<HWND>(lp);  // the list box
     default:
         return nullptr;
+    }
+}
+
+// Where the edges with Win32 log a caught exception: fixed positions, so
+// that an entry of the log book leads back to its edge.
+constexpr unsigned long kEdgeHandler = 1;     // a message handler (WindowProc) threw
+constexpr unsigned long kEdgeNcDestroy = 2;   // OnNcDestroy or PostNcDestroy threw
+constexpr unsigned long kEdgeReflector = 3;   // a child's OnChildNotify threw
+constexpr unsigned long kEdgeCbtHook = 4;     // attaching a window being created threw
+
+// What a window answers for a message whose handler threw. Nothing is thrown
+// on into Win32 and the host; the message gets the answer that leaves the
+// window consistent:
+// - WM_NCCREATE answers FALSE and WM_CREATE -1: the creation fails (Create
+//   answers false) rather than leaving a window whose object is half set up.
+// - When the handler had already called Default(), the platform's answer to
+//   that call stands: the message has been processed.
+// - Keyboard, clipboard and text-changing input is swallowed (answer 0): a
+//   refused keystroke, paste or text leaves text and selection exactly as
+//   they were.
+// - Everything else goes to the platform's processing (DefSubclassProc), as
+//   if the object did not handle it. For WM_PAINT that validates the window,
+//   so a paint handler that throws is not called again and again.
+// WM_NCDESTROY is not answered here: Dispatch detaches and cleans up whatever
+// its handlers do.
+LRESULT AnswerAfterThrow(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, bool defaultCalled, LRESULT defaultResult) {
+    switch (msg) {
+    case WM_NCCREATE: return FALSE;
+    case WM_CREATE: return -1;
+    default: break;
+    }
+    if (defaultCalled) return defaultResult;
+    switch (msg) {
+    case WM_KEYDOWN:
+    case WM_KEYUP:
+    case WM_CHAR:
+    case WM_DEADCHAR:
+    case WM_SYSKEYDOWN:
+    case WM_SYSKEYUP:
+    case WM_SYSCHAR:
+    case WM_SYSDEADCHAR:
+    case WM_UNICHAR:
+    case WM_IME_CHAR:
+    case WM_CUT:
+    case WM_PASTE:
+    case WM_CLEAR:
+    case WM_UNDO:
+    case WM_SETTEXT:
+    case EM_REPLACESEL:
+    case EM_SETSEL:
+    case EM_UNDO:
+        return 0;
+    default:
+        return ::DefSubclassProc(hwnd, msg, wp, lp);
     }
 }
 
@@ -105,10 +181,14 @@ bool Window::Create(const wchar_t* className, const wchar_t* windowName, DWORD s
 }
 
 LRESULT CALLBACK Window::CbtProc(int code, WPARAM wp, LPARAM lp) {
-    if (code == HCBT_CREATEWND && t_creating) {
-        Window* self = t_creating;
-        t_creating = nullptr;  // only the first window: children made in OnCreate are not ours
-        self->AttachInternal(reinterpret_cast<HWND>(wp));
+    try {
+        if (code == HCBT_CREATEWND && t_creating) {
+            Window* self = t_creating;
+            t_creating = nullptr;  // only the first window: children made in OnCreate are not ours
+            self->AttachInternal(reinterpret_cast<HWND>(wp));
+        }
+    } catch (...) {
+        LogCaughtException(" qv::Window::CbtProc", kEdgeCbtHook);
     }
     return ::CallNextHookEx(nullptr, code, wp, lp);
 }
@@ -172,14 +252,20 @@ LRESULT CALLBACK Window::ReflectorProc(HWND parent, UINT msg, WPARAM wp, LPARAM 
         ::RemoveWindowSubclass(parent, &Window::ReflectorProc, kReflectorSubclassId);
         return ::DefSubclassProc(parent, msg, wp, lp);
     }
-    if (HWND child = ReflectionTarget(parent, msg, wp, lp)) {
-        // Only direct children: a grandchild's notification belongs to its own parent.
-        if (::GetParent(child) == parent) {
-            if (Window* obj = FromHandle(child)) {
-                LRESULT result = 0;
-                if (obj->OnChildNotify(msg, wp, lp, &result)) return result;
+    try {
+        if (HWND child = ReflectionTarget(parent, msg, wp, lp)) {
+            // Only direct children: a grandchild's notification belongs to its own parent.
+            if (::GetParent(child) == parent) {
+                if (Window* obj = FromHandle(child)) {
+                    LRESULT result = 0;
+                    if (obj->OnChildNotify(msg, wp, lp, &result)) return result;
+                }
             }
         }
+    } catch (...) {
+        // A child whose handler threw has declined: the parent sees the
+        // notification as it would without the child's object.
+        LogCaughtException(" qv::Window::ReflectorProc", kEdgeReflector, static_cast<long>(msg));
     }
     return ::DefSubclassProc(parent, msg, wp, lp);
 }
@@ -197,17 +283,37 @@ LRESULT Window::Dispatch(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     m_defaultCalled = false;
 
     if (msg == WM_NCDESTROY) {
-        OnNcDestroy();
+        // The object lets go of the window whatever its handlers do.
+        try {
+            OnNcDestroy();
+        } catch (...) {
+            LogCaughtException(" qv::Window::WindowProc", kEdgeNcDestroy, static_cast<long>(msg));
+        }
         const LRESULT result = m_defaultCalled ? m_defaultResult : ::DefSubclassProc(hwnd, msg, wp, lp);
         ::RemoveWindowSubclass(hwnd, &Window::SubclassProc, kObjectSubclassId);
         m_hWnd = nullptr;
         m_ownsWindow = false;
         m_current = saved;
-        PostNcDestroy();  // may delete this: touch nothing afterwards
+        try {
+            PostNcDestroy();  // may delete this: touch nothing afterwards
+        } catch (...) {
+            LogCaughtException(" qv::Window::WindowProc", kEdgeNcDestroy, static_cast<long>(msg));
+        }
         return result;
     }
 
-    const LRESULT result = WindowProc(msg, wp, lp);
+    LRESULT result = 0;
+    bool threw = false;
+    try {
+        result = WindowProc(msg, wp, lp);
+    } catch (...) {
+        LogCaughtException(" qv::Window::WindowProc", kEdgeHandler, static_cast<long>(msg));
+        threw = true;
+    }
+    // The platform's processing runs outside the handler, once the exception is gone.
+    if (threw) result = AnswerAfterThrow(hwnd, msg, wp, lp, m_defaultCalled, m_defaultResult);
+    // The dispatch state of an outer message comes back also after a throw,
+    // so the window goes on working.
     m_current = saved;
     m_defaultResult = savedResult;
     m_defaultCalled = savedCalled;
@@ -369,13 +475,15 @@ LRESULT Window::OnGetText(WPARAM, LPARAM) { return Default(); }
 LRESULT Window::OnGetTextLength(WPARAM, LPARAM) { return Default(); }
 LRESULT Window::OnSetFont(WPARAM, LPARAM) { return Default(); }
 
-std::wstring Window::GetWindowText() const {
+std::wstring Window::GetWindowText() const try {
     if (!IsWindow()) return {};
     const int len = ::GetWindowTextLengthW(m_hWnd);
     std::wstring text(static_cast<size_t>(len) + 1, L'\0');
     const int got = ::GetWindowTextW(m_hWnd, text.data(), len + 1);
     text.resize(got > 0 ? static_cast<size_t>(got) : 0);
     return text;
+} catch (...) {
+    return CaughtAtEdge(" qv::Window::GetWindowText", __LINE__, std::wstring());
 }
 
 namespace {

@@ -9,11 +9,17 @@
 // that does not call it has handled the message.
 //
 // Reflection: a control learns about its own notifications (WM_COMMAND,
-// WM_NOTIFY, WM_CTLCOLOR*, WM_DRAWITEM, WM_MEASUREITEM, WM_HSCROLL,
-// WM_VSCROLL) through a subclass that the Window installs on its parent,
-// whatever the parent is (one of ours or a plain Win32 dialog). The parent's
-// subclass finds the child the message is about and calls its OnChildNotify;
-// when the child handles it, the parent never sees the message.
+// WM_NOTIFY, WM_CTLCOLOR*, WM_DRAWITEM, WM_MEASUREITEM, WM_COMPAREITEM,
+// WM_DELETEITEM, WM_CHARTOITEM, WM_VKEYTOITEM, WM_HSCROLL, WM_VSCROLL)
+// through a subclass that the Window installs on its parent, whatever the
+// parent is (one of ours or a plain Win32 dialog). The parent's subclass
+// finds the child the message is about and calls its OnChildNotify; when the
+// child handles it, the parent never sees the message. Owner-drawn item
+// messages of menus (wParam 0) are never reflected.
+//
+// Exceptions stop at the window's edge: a handler that throws is logged and
+// the message gets a safe answer (window.cpp lists them); the window keeps
+// working.
 //
 // Lifetime: the object detaches itself on WM_NCDESTROY, whichever of parent
 // or child goes first. Destroying the object destroys a window it created and
@@ -112,7 +118,14 @@ protected:
     const MSG& GetCurrentMessage() const noexcept { return m_current; }
 
     // Reflected notifications. Answer true (and the result) when handled;
-    // then the parent does not see the message.
+    // then the parent does not see the message. The messages without a
+    // handler of their own below arrive here only; a derived class that
+    // wants them overrides OnChildNotify, answers true and sets `result`:
+    //   WM_COMPAREITEM  -1, 0 or 1 (the first item sorts before, equal, after)
+    //   WM_DELETEITEM   TRUE
+    //   WM_CHARTOITEM,  -1 for the list box's own action on the key, -2 when
+    //   WM_VKEYTOITEM   the key is dealt with, or the index of the item the
+    //                   list box is to act on
     virtual bool OnChildNotify(UINT msg, WPARAM wp, LPARAM lp, LRESULT* result);
     virtual bool OnReflectCommand(UINT notifyCode) { return false; }               // WM_COMMAND
     virtual bool OnReflectNotify(NMHDR* hdr, LRESULT* result) { return false; }     // WM_NOTIFY

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "quorvel/common/boundary.h"
 #include "quorvel/frame/services.h"
 #include "quorvel/frame/session.h"
 #include "quorvel/frame/siblings.h"
@@ -78,6 +79,37 @@ const wchar_t* ShellErrorText(INT_PTR code) {
 
 bool SamePoint(POINT a, POINT b) { return a.x == b.x && a.y == b.y; }
 
+// The first tool of window `wnd` (any rectangle), or -1.
+int FindToolWindow(const std::vector<tagXTOOLTIP_INFO>& tools, HWND wnd) {
+    for (size_t i = 0; i < tools.size(); ++i)
+        if (tools[i].hWnd == wnd) return static_cast<int>(i);
+    return -1;
+}
+
+// The messages of a subclassed tool window that RelayEvent wants.
+bool IsToolMessage(UINT msg) {
+    switch (msg) {
+    case WM_MOUSEMOVE:
+    case WM_MOUSELEAVE:
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONUP:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONUP:
+    case WM_MBUTTONDBLCLK:
+    case WM_NCLBUTTONDOWN:
+    case WM_NCRBUTTONDOWN:
+    case WM_NCMBUTTONDOWN:
+    case WM_KEYDOWN:
+        return true;
+    default:
+        return false;
+    }
+}
+
 // The geometry model's value types (LONG and int are both 32 bits on Windows).
 qv::TipRect Tip(const RECT& r) {
     return {static_cast<int>(r.left), static_cast<int>(r.top), static_cast<int>(r.right), static_cast<int>(r.bottom)};
@@ -119,9 +151,10 @@ XTooltip::XTooltip() {
 }
 
 XTooltip::~XTooltip() {
-    // Our own WM_DESTROY handling (timers, the process-wide records) is not
-    // reached from the base destructor.
+    // Our own WM_DESTROY handling (timers, the process-wide records, the
+    // tool subclasses) is not reached from the base destructor.
     DestroyWindow();
+    UnsubclassTools();  // also for a tooltip that never had a window
 }
 
 void XTooltip::ResetProcessSettings() {
@@ -149,7 +182,7 @@ const wchar_t* XTooltip::GetVersionC() { return L"1.0"; }
 
 // ---- Tools -------------------------------------------------------------------------
 
-void XTooltip::AddTool(HWND wnd, const std::wstring& text, const RECT* rect, UINT id) {
+void XTooltip::AddTool(HWND wnd, const std::wstring& text, const RECT* rect, UINT id) try {
     tagXTOOLTIP_INFO info;
     info.hWnd = wnd;
     info.nIDTool = id;
@@ -164,18 +197,31 @@ void XTooltip::AddTool(HWND wnd, const std::wstring& text, const RECT* rect, UIN
     info.nDirection = m_nDirection;
     info.nBehaviour = m_nBehaviour;
     m_arrTools.push_back(std::move(info));
+} catch (...) {
+    qv::CaughtAtEdge(" XTooltip::AddTool", __LINE__);
 }
 
-void XTooltip::AddTool(const tagXTOOLTIP_INFO& info) { m_arrTools.push_back(info); }
+void XTooltip::AddTool(const tagXTOOLTIP_INFO& info) try {
+    m_arrTools.push_back(info);
+} catch (...) {
+    qv::CaughtAtEdge(" XTooltip::AddTool", __LINE__);
+}
 
-BOOL XTooltip::GetTool(int index, tagXTOOLTIP_INFO& info) const {
+BOOL XTooltip::GetTool(int index, tagXTOOLTIP_INFO& info) const try {
     if (!ToolExists(index)) return FALSE;
     info = m_arrTools[static_cast<size_t>(index)];
     return TRUE;
+} catch (...) {
+    return qv::CaughtAtEdge(" XTooltip::GetTool", __LINE__, FALSE);
 }
 
-void XTooltip::SetAtTool(int index, const tagXTOOLTIP_INFO& info) {
-    if (ToolExists(index)) m_arrTools[static_cast<size_t>(index)] = info;
+void XTooltip::SetAtTool(int index, const tagXTOOLTIP_INFO& info) try {
+    if (!ToolExists(index)) return;
+    const HWND before = m_arrTools[static_cast<size_t>(index)].hWnd;
+    m_arrTools[static_cast<size_t>(index)] = info;
+    if (before && before != info.hWnd && FindToolWindow(m_arrTools, before) < 0) UnsubclassTools(before);
+} catch (...) {
+    qv::CaughtAtEdge(" XTooltip::SetAtTool", __LINE__);
 }
 
 void XTooltip::RemoveTool(int index) {
@@ -188,7 +234,9 @@ void XTooltip::RemoveTool(int index) {
     if (index == m_nIndexCurrentWnd || index == m_nIndexDisplayWnd) Pop();
     follow(m_nIndexCurrentWnd);
     follow(m_nIndexDisplayWnd);
+    const HWND wnd = m_arrTools[static_cast<size_t>(index)].hWnd;
     m_arrTools.erase(m_arrTools.begin() + index);
+    if (wnd && FindToolWindow(m_arrTools, wnd) < 0) UnsubclassTools(wnd);
 }
 
 void XTooltip::RemoveAllTools() {
@@ -196,6 +244,7 @@ void XTooltip::RemoveAllTools() {
     m_arrTools.clear();
     m_nIndexCurrentWnd = -1;
     m_nIndexDisplayWnd = -1;
+    UnsubclassTools();
 }
 
 BOOL XTooltip::IsExistTool(int index) const { return ToolExists(index) ? TRUE : FALSE; }
@@ -430,7 +479,7 @@ bool XTooltip::CursorOverTooltip() const {
 
 BOOL XTooltip::IsVisible() const { return IsWindow() && IsWindowVisible() ? TRUE : FALSE; }
 
-void XTooltip::RelayEvent(const MSG* msg) {
+void XTooltip::RelayEvent(const MSG* msg) try {
     if (!msg || !IsWindow()) return;
     switch (msg->message) {
     case WM_MOUSEMOVE: {
@@ -496,6 +545,54 @@ void XTooltip::RelayEvent(const MSG* msg) {
     default:
         return;
     }
+} catch (...) {
+    qv::CaughtAtEdge(" XTooltip::RelayEvent", __LINE__);
+}
+
+BOOL XTooltip::SubclassTool(HWND wnd) try {
+    if (!wnd || !::IsWindow(wnd) || ::GetWindowThreadProcessId(wnd, nullptr) != ::GetCurrentThreadId()) return FALSE;
+    if (FindToolWindow(m_arrTools, wnd) < 0) return FALSE;
+    if (std::find(m_subclassedTools.begin(), m_subclassedTools.end(), wnd) != m_subclassedTools.end()) return TRUE;
+    m_subclassedTools.push_back(wnd);
+    if (::SetWindowSubclass(wnd, &XTooltip::ToolSubclassProc, reinterpret_cast<UINT_PTR>(this),
+                            reinterpret_cast<DWORD_PTR>(this)))
+        return TRUE;
+    m_subclassedTools.pop_back();
+    return FALSE;
+} catch (...) {
+    return qv::CaughtAtEdge(" XTooltip::SubclassTool", __LINE__, FALSE);
+}
+
+void XTooltip::UnsubclassTools(HWND wnd) noexcept {
+    for (auto it = m_subclassedTools.begin(); it != m_subclassedTools.end();) {
+        if (wnd && *it != wnd) {
+            ++it;
+            continue;
+        }
+        // A tool window that went first has already taken itself off the list.
+        if (::IsWindow(*it))
+            ::RemoveWindowSubclass(*it, &XTooltip::ToolSubclassProc, reinterpret_cast<UINT_PTR>(this));
+        it = m_subclassedTools.erase(it);
+    }
+}
+
+LRESULT CALLBACK XTooltip::ToolSubclassProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR ref) {
+    auto* self = reinterpret_cast<XTooltip*>(ref);
+    if (msg == WM_NCDESTROY) {
+        // The tool window goes first: it forgets the tooltip, and the tooltip it.
+        self->UnsubclassTools(hwnd);
+        return ::DefSubclassProc(hwnd, msg, wp, lp);
+    }
+    if (IsToolMessage(msg)) {
+        try {
+            MSG own{hwnd, msg, wp, lp, static_cast<DWORD>(::GetMessageTime()), {}};
+            ::GetCursorPos(&own.pt);
+            self->RelayEvent(&own);
+        } catch (...) {
+            qv::LogCaughtException(" XTooltip::ToolSubclassProc", 1, static_cast<long>(msg));
+        }
+    }
+    return ::DefSubclassProc(hwnd, msg, wp, lp);
 }
 
 void XTooltip::LeaveTools() {
@@ -516,7 +613,7 @@ void XTooltip::OpenContextHelp() {
     qv::Services::MessageBoxes().Show(ps.lastOwner, caption.c_str(), text.c_str(), MB_ICONHAND);
 }
 
-void XTooltip::SetNewToolTip(int tool, bool delayed) {
+void XTooltip::SetNewToolTip(int tool, bool delayed) try {
     m_nIndexDisplayWnd = -1;
     Pop();
     if (ToolExists(tool)) m_toolInfo = m_arrTools[static_cast<size_t>(tool)];
@@ -524,6 +621,8 @@ void XTooltip::SetNewToolTip(int tool, bool delayed) {
     if (!IsWindow()) return;
     if (delayed) SetTimer(kTimerShow, m_nTimeInitial);
     else ShowAfterDelay();
+} catch (...) {
+    qv::CaughtAtEdge(" XTooltip::SetNewToolTip", __LINE__);
 }
 
 void XTooltip::ShowAfterDelay() {
@@ -638,7 +737,7 @@ SIZE XTooltip::MeasureText(const std::wstring& text) {
     return size;
 }
 
-SIZE XTooltip::PrintTitleString(HDC dc, const RECT& rect, const std::wstring& text, bool measureOnly) {
+SIZE XTooltip::PrintTitleString(HDC dc, const RECT& rect, const std::wstring& text, bool measureOnly) try {
     if (!dc) return SIZE{};
     qv::MarkupStyle style;
     style.font = qv::GdiMarkupSurface::Describe(m_LogFont);
@@ -646,6 +745,8 @@ SIZE XTooltip::PrintTitleString(HDC dc, const RECT& rect, const std::wstring& te
     qv::GdiMarkupSurface surface(dc, m_LogFont);
     const qv::TipSize size = qv::PrintTitleString(surface, Tip(rect), text, measureOnly, style, m_lines);
     return SIZE{size.cx, size.cy};
+} catch (...) {
+    return qv::CaughtAtEdge(" XTooltip::PrintTitleString", __LINE__, SIZE{});
 }
 
 void XTooltip::OnDraw(HDC dc, RECT rect) {
@@ -705,6 +806,7 @@ LRESULT XTooltip::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
 
 void XTooltip::OnDestroy() {
     KillTimers(0);
+    UnsubclassTools();
     ProcessState& ps = Process();
     if (ps.lastTooltip == m_hWnd) {
         ps.lastTooltip = nullptr;

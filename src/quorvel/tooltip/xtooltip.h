@@ -12,7 +12,9 @@
 // RelayEvent: WM_MOUSEMOVE, WM_MOUSELEAVE (the tooltip asks for it with
 // TrackMouseEvent, to learn that the cursor left the owner), the button
 // messages and WM_KEYDOWN. The tooltip relays the mouse messages it receives
-// itself.
+// itself. A host window that carries a tool but relays nothing (a plain
+// Win32 window) asks for SubclassTool instead: the tooltip then hears that
+// window's messages itself.
 //
 // Per-tool appearance: every setter takes a last argument `tool`. -1, or an
 // index that does not exist, changes the tooltip-wide default; an existing
@@ -211,6 +213,16 @@ public:
     // The owner's (and the tooltip's own) mouse and keyboard messages. The
     // position that counts is the cursor's, not the message's point.
     void RelayEvent(const MSG* msg);
+    // Relaying without the host's help: subclasses the tool window `wnd`
+    // (SetWindowSubclass, one subclass per tooltip) so that its WM_MOUSEMOVE,
+    // WM_MOUSELEAVE, button messages and WM_KEYDOWN reach RelayEvent before
+    // the window handles them. The subclass goes when the window's last tool
+    // is removed, when the tooltip is destroyed, and when the window is
+    // destroyed; either may go first. FALSE for a window that is no tool of
+    // this tooltip (add the tool first), a destroyed window, or a window of
+    // another thread. A window that already relays to this tooltip by hand
+    // does not need it.
+    BOOL SubclassTool(HWND wnd);
     // Shows `tool` after the initial delay, or at once when `delayed` is
     // false (provided the cursor is still over it).
     void SetNewToolTip(int tool, bool delayed = true);
@@ -253,6 +265,9 @@ protected:
     virtual void CalculateInfoBoxRect(POINT cursor, RECT& rect);
 
 private:
+    static LRESULT CALLBACK ToolSubclassProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    // Removes the subclass from `wnd`, or from every subclassed tool window (null).
+    void UnsubclassTools(HWND wnd = nullptr) noexcept;
     void KillTimers(UINT_PTR id = 0);
     void ShowAfterDelay();
     void LeaveTools();
@@ -271,6 +286,7 @@ private:
 
     HWND m_hParent = nullptr;
     std::vector<tagXTOOLTIP_INFO> m_arrTools;
+    std::vector<HWND> m_subclassedTools;  // tool windows whose messages reach RelayEvent by SubclassTool
     tagXTOOLTIP_INFO m_toolInfo;   // the current tool's record as fetched
     int m_nIndexCurrentWnd = -1;
     int m_nIndexDisplayWnd = -1;
