@@ -1,15 +1,32 @@
 #!/usr/bin/env python3
 """Draws the button-face bitmaps of quorvel.dll.
 
-Writes uncompressed 4-bit BMP files into src/resources/bitmaps/. The files are
+Writes uncompressed BMP files into src/resources/bitmaps/. The files are
 committed, so building the DLL does not need Python; run this script again
 after changing a drawing and commit the result. `--check` compares the
-committed files with what the script draws and fails if they differ.
+committed files with what the script draws, and checks each bitmap's
+resource size, and fails if either differs.
 
-Every face uses the standard 16-colour palette and a button-face grey
-background RGB(192,192,192). Because the images keep a colour table, the
-system colour mapping (LoadImage with LR_LOADMAP3DCOLORS, CreateMappedBitmap)
-can replace black, dark grey, grey and white with the current button colours.
+Sizes are resource sizes: what SizeofResource reports for the BITMAP
+resource, which is the .bmp file without its 14-byte file header (the
+resource compiler drops it). A host that checks a face by its size sees:
+
+  136-139  splitter faces   1772 bytes: 32 bits per pixel, BI_BITFIELDS
+                            (40-byte header, 3 colour masks, 430 pixels):
+                            10 x 43, a strip that fits the buttons of the
+                            splitter's 12-pixel bar
+  142, 143, 145  browse and viewer faces
+                            344 bytes: 4 bits per pixel (40-byte header,
+                            16-colour table, 20 rows of 12 bytes): 20 x 20
+
+The file sizes (1786 and 358 bytes) admit no such reading: no pixel format
+and square or bar-shaped picture gives them.
+
+Every face has a button-face grey background RGB(192,192,192) and draws in
+black, dark grey and white. The 4-bit faces keep the standard 16-colour
+table, so the system colour mapping (LoadImage with LR_LOADMAP3DCOLORS,
+CreateMappedBitmap) can replace those colours with the current button
+colours; the 32-bit splitter faces have no colour table and keep theirs.
 """
 
 import argparse
@@ -75,6 +92,38 @@ def encode_bmp4(pixels):
     return file_header + info_header + palette + bytes(image)
 
 
+def encode_bmp32(pixels):
+    """Returns a 32-bit BI_BITFIELDS BMP file for `pixels` (rows top to bottom,
+    palette indices), with the colour masks of X8R8G8B8."""
+    height = len(pixels)
+    width = len(pixels[0])
+    if any(len(row) != width for row in pixels):
+        raise ValueError("ragged image")
+    image = bytearray()
+    for row in reversed(pixels):  # BMP rows are stored bottom-up
+        for index in row:
+            r, g, b = PALETTE[index]
+            image += struct.pack("<BBBB", b, g, r, 0)
+    masks = struct.pack("<III", 0x00FF0000, 0x0000FF00, 0x000000FF)
+    offset = 14 + 40 + len(masks)
+    file_header = struct.pack("<2sIHHI", b"BM", offset + len(image), 0, 0, offset)
+    info_header = struct.pack(
+        "<IiiHHIIiiII",
+        40,          # biSize
+        width,
+        height,      # positive: bottom-up
+        1,           # biPlanes
+        32,          # biBitCount
+        3,           # BI_BITFIELDS
+        len(image),  # biSizeImage
+        3780,        # 96 dpi
+        3780,
+        0,           # biClrUsed
+        0,           # biClrImportant
+    )
+    return file_header + info_header + masks + bytes(image)
+
+
 def from_art(art):
     """Turns a drawing made of INK characters into rows of palette indices."""
     rows = [line.strip() for line in art.strip().splitlines()]
@@ -85,22 +134,43 @@ def blank(width, height):
     return [[FACE] * width for _ in range(height)]
 
 
-# Splitter collapse buttons. The faces of the vertical bar (left / right
-# arrows) are 20 x 28 pixels; those of the horizontal bar (up / down) are the
-# same faces turned a quarter, 28 x 20. The arrow is a solid black triangle,
-# 4 pixels deep with a 2-pixel tip, centred exactly in the image.
-SPLITTER_LONG = 28
-SPLITTER_SHORT = 20
-ARROW_DEPTH = 4
+def pad(img, margin):
+    """Surrounds a drawing with `margin` pixels of button face."""
+    width = len(img[0]) + 2 * margin
+    rows = [[FACE] * width for _ in range(margin)]
+    rows += [[FACE] * margin + row + [FACE] * margin for row in img]
+    rows += [[FACE] * width for _ in range(margin)]
+    return rows
+
+
+# Splitter collapse buttons. All four faces sit on the buttons of the
+# splitter's vertical bar, so all are strips of 10 x 43 pixels. Each arrow is
+# a solid black triangle centred exactly in the strip: left and right have a
+# 1-pixel tip and a 7-pixel base 4 columns away; up and down, across the
+# strip's even width, a 2-pixel tip and a 6-pixel base 3 rows away.
+SPLITTER_WIDTH = 10
+SPLITTER_HEIGHT = 43
 
 
 def arrow_left():
-    img = blank(SPLITTER_SHORT, SPLITTER_LONG)
-    tip_x = (SPLITTER_SHORT - ARROW_DEPTH) // 2
-    mid = SPLITTER_LONG // 2  # rows mid-1 and mid form the tip
-    for i in range(ARROW_DEPTH):
-        for y in range(mid - 1 - i, mid + 1 + i):
+    depth = 4
+    img = blank(SPLITTER_WIDTH, SPLITTER_HEIGHT)
+    tip_x = (SPLITTER_WIDTH - depth + 1) // 2  # 3 columns before the tip, 3 after the base
+    mid = SPLITTER_HEIGHT // 2  # the tip row; as many rows above it as below
+    for i in range(depth):
+        for y in range(mid - i, mid + i + 1):
             img[y][tip_x + i] = BLACK
+    return img
+
+
+def arrow_up():
+    depth = 3
+    img = blank(SPLITTER_WIDTH, SPLITTER_HEIGHT)
+    tip_y = (SPLITTER_HEIGHT - depth) // 2  # 20 rows above the tip, 20 below the base
+    mid = SPLITTER_WIDTH // 2  # columns mid-1 and mid form the tip
+    for i in range(depth):
+        for x in range(mid - 1 - i, mid + 1 + i):
+            img[tip_y + i][x] = BLACK
     return img
 
 
@@ -108,21 +178,17 @@ def mirror(img):
     return [list(reversed(row)) for row in img]
 
 
-def transpose(img):
-    return [list(col) for col in zip(*img)]
-
-
 def arrow_right():
     return mirror(arrow_left())
-
-
-def arrow_up():
-    return transpose(arrow_left())
 
 
 def arrow_down():
     return list(reversed(arrow_up()))
 
+
+# The small faces are 20 x 20: each drawing below is 16 x 16 and gets a
+# 2-pixel margin of button face.
+SMALL_MARGIN = 2
 
 # Browse button: an ellipsis, three 2 x 2 dots sitting a little below the
 # middle like the dots of "...".
@@ -189,16 +255,28 @@ VIEWER_REFRESH = """
 
 
 def faces():
-    """File name -> pixel rows, for every bitmap the resource script uses."""
-    return {
-        "splitter_left.bmp": arrow_left(),
-        "splitter_right.bmp": arrow_right(),
-        "splitter_up.bmp": arrow_up(),
-        "splitter_down.bmp": arrow_down(),
-        "browse.bmp": from_art(BROWSE),
-        "viewer_open.bmp": from_art(VIEWER_OPEN),
-        "viewer_refresh.bmp": from_art(VIEWER_REFRESH),
+    """File name -> (resource id, resource size, encoded file), for every
+    bitmap the resource script uses."""
+    splitter = {
+        "splitter_right.bmp": (136, arrow_right()),
+        "splitter_down.bmp": (137, arrow_down()),
+        "splitter_left.bmp": (138, arrow_left()),
+        "splitter_up.bmp": (139, arrow_up()),
     }
+    small = {
+        "browse.bmp": (142, BROWSE),
+        "viewer_open.bmp": (143, VIEWER_OPEN),
+        "viewer_refresh.bmp": (145, VIEWER_REFRESH),
+    }
+    result = {}
+    for name, (rid, pixels) in splitter.items():
+        result[name] = (rid, 1772, encode_bmp32(pixels))
+    for name, (rid, art) in small.items():
+        result[name] = (rid, 344, encode_bmp4(pad(from_art(art), SMALL_MARGIN)))
+    return result
+
+
+BMP_FILE_HEADER = 14
 
 
 def main(argv):
@@ -210,21 +288,27 @@ def main(argv):
     args = parser.parse_args(argv)
 
     stale = []
+    wrong_size = []
     if not args.check:
         args.out_dir.mkdir(parents=True, exist_ok=True)
-    for name, pixels in faces().items():
-        data = encode_bmp4(pixels)
+    for name, (rid, size, data) in faces().items():
         path = args.out_dir / name
         if args.check:
             if not path.is_file() or path.read_bytes() != data:
                 stale.append(name)
+            elif path.stat().st_size - BMP_FILE_HEADER != size:
+                wrong_size.append(f"{name} (resource {rid}: {path.stat().st_size - BMP_FILE_HEADER} bytes,"
+                                  f" wants {size})")
         else:
+            if len(data) - BMP_FILE_HEADER != size:
+                raise ValueError(f"{name} would be {len(data) - BMP_FILE_HEADER} bytes as a resource, not {size}")
             path.write_bytes(data)
     if stale:
         print("out of date: " + ", ".join(stale) + " (run tools/make_bitmaps.py)",
               file=sys.stderr)
-        return 1
-    return 0
+    if wrong_size:
+        print("wrong resource size: " + ", ".join(wrong_size), file=sys.stderr)
+    return 1 if stale or wrong_size else 0
 
 
 if __name__ == "__main__":

@@ -42,4 +42,19 @@ void BM_RtfToText10K(benchmark::State& state) {
 }
 BENCHMARK(BM_RtfToText10K);
 
+// A 10 KB Japanese document as the rich edit control writes it: every
+// character a Shift-JIS pair of \'hh bytes in a font with charset 128.
+void BM_RtfToTextShiftJis10K(benchmark::State& state) {
+    std::wstring rtf = L"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fcharset128 MS Mincho;}}\\f0 ";
+    while (rtf.size() < 10000) rtf += L"\\'82\\'a2\\'82\\'eb\\'82\\'cd\\'93\\'fa\\'96\\'7b\\'8c\\'ea\\'81\\'42\\par ";
+    rtf += L"}";
+    std::wstring text;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(qv::RtfToText(rtf, text));
+        benchmark::DoNotOptimize(text.data());
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * rtf.size() * sizeof(wchar_t)));
+}
+BENCHMARK(BM_RtfToTextShiftJis10K);
+
 }  // namespace

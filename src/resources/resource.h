@@ -20,24 +20,23 @@
 #define IDD_QV_FONTCOLOR          5022  // font and colour dialog
 
 // ---------------------------------------------------------------------------
-// Bitmaps (4-bit, background RGB(192,192,192); drawn by tools/make_bitmaps.py)
+// Bitmaps (background RGB(192,192,192); drawn by tools/make_bitmaps.py)
 // ---------------------------------------------------------------------------
-// Splitter collapse buttons. The left/right faces belong to a vertical
-// splitter bar and are 20 wide, 28 high; the up/down faces belong to a
-// horizontal bar and are 28 wide, 20 high.
+// Splitter collapse buttons: 10 wide, 43 high, to fit the buttons of the
+// splitter's vertical bar; 32 bits per pixel, 1772 bytes each as resources.
 #define IDB_QV_SPLITTER_RIGHT      136  // arrow pointing right
 #define IDB_QV_SPLITTER_DOWN       137  // arrow pointing down
 #define IDB_QV_SPLITTER_LEFT       138  // arrow pointing left
 #define IDB_QV_SPLITTER_UP         139  // arrow pointing up
-#define QV_SPLITTER_FACE_LONG       28  // pixels along the bar
-#define QV_SPLITTER_FACE_SHORT      20  // pixels across the bar
+#define QV_SPLITTER_FACE_LONG       43  // pixels along the bar
+#define QV_SPLITTER_FACE_SHORT      10  // pixels across the bar
 
-// 16 x 16 faces.
+// 20 x 20 faces, 4 bits per pixel, 344 bytes each as resources.
 #define IDB_QV_BROWSE              142  // browse button: "..."
 #define IDB_QV_VIEWER_OPEN         143  // viewer: open in the associated application
                                         // (a frame with an arrow leaving it)
 #define IDB_QV_VIEWER_REFRESH      145  // viewer: reload (clockwise ring arrow)
-#define QV_SMALL_FACE_SIZE          16
+#define QV_SMALL_FACE_SIZE          20
 
 // ---------------------------------------------------------------------------
 // Controls

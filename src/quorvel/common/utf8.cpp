@@ -12,7 +12,7 @@ void AppendUtf8AsWide(std::string_view utf8, std::wstring& out) {
             continue;
         }
         const size_t len = lead >= 0xF8 ? 0 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 0;
-        unsigned cp = lead & (0x3Fu >> len);
+        unsigned cp = lead & (0x7Fu >> len);  // the payload bits of a len-byte lead
         size_t k = 1;
         for (; k < len && i + k < size && (static_cast<unsigned char>(utf8[i + k]) & 0xC0) == 0x80; ++k)
             cp = cp << 6 | (static_cast<unsigned char>(utf8[i + k]) & 0x3Fu);

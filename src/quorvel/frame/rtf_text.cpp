@@ -3,12 +3,17 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <map>
 #include <vector>
 
 #include "quorvel/common/charclass.h"
+#include "quorvel/frame/codepages.h"
 
 namespace qv {
 namespace {
+
+// Literal control words compare by length first, with no wcslen.
+using namespace std::string_view_literals;
 
 // Destinations whose content never reaches the plain text. Sorted for
 // binary search (checked at compile time below).
@@ -48,19 +53,6 @@ constexpr bool ReplacementLess(const Replacement& a, const Replacement& b) {
 static_assert(std::is_sorted(std::begin(kHiddenDestinations), std::end(kHiddenDestinations)));
 static_assert(std::is_sorted(std::begin(kReplacements), std::end(kReplacements), ReplacementLess));
 
-// Windows-1252 for 0x80-0x9F; the five unassigned bytes map to the C1 code
-// point of the same value, as the Windows code page conversion does.
-constexpr wchar_t kCp1252High[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
-};
-
-wchar_t FromCp1252(unsigned byte) {
-    return byte >= 0x80 && byte <= 0x9F ? kCp1252High[byte - 0x80] : static_cast<wchar_t>(byte);
-}
-
 constexpr bool IsAsciiLetter(wchar_t c) { return IsAsciiLower(c) || IsAsciiUpper(c); }
 
 int HexValue(wchar_t c) {
@@ -70,10 +62,49 @@ int HexValue(wchar_t c) {
     return -1;
 }
 
+constexpr char16_t kReplacementChar = 0xFFFD;
+constexpr unsigned kNotAByte = 0x100;
+
 struct GroupState {
-    bool hidden = false;  // inside an ignored destination
-    int fallbackChars = 1;  // \ucN
+    bool hidden = false;     // inside an ignored destination
+    bool fontTable = false;  // inside the font table: its entries are read, not shown
+    int fallbackChars = 1;   // \ucN
+    int font = -1;           // \fN; -1 is the document's default font (\deffN)
 };
+
+// What the bytes of one font mean.
+struct Font {
+    CharsetKind kind = CharsetKind::Document;
+    unsigned codePage = 0;     // CharsetKind::CodePage
+    bool symbolTable = false;  // CharsetKind::Symbol: the Symbol font's own encoding is known
+};
+
+// How text in the current font is read.
+struct Decoding {
+    const CodePage* page = nullptr;  // null for a symbol font
+    bool symbolTable = false;
+};
+
+// The font-table entry being read.
+struct FontEntry {
+    bool open = false;
+    int number = 0;
+    int charset = -1;
+    int codePage = 0;  // \cpgN
+    std::wstring name;
+};
+
+bool IsSymbolFontName(std::wstring_view name) {
+    while (!name.empty() && name.front() == L' ') name.remove_prefix(1);
+    while (!name.empty() && name.back() == L' ') name.remove_suffix(1);
+    constexpr std::wstring_view kSymbol = L"symbol";
+    if (name.size() != kSymbol.size()) return false;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        const wchar_t c = IsAsciiUpper(name[i]) ? static_cast<wchar_t>(name[i] - L'A' + L'a') : name[i];
+        if (c != kSymbol[i]) return false;
+    }
+    return true;
+}
 
 class Converter {
 public:
@@ -87,10 +118,13 @@ public:
             const wchar_t c = in_[pos_++];
             switch (c) {
             case L'{':
+                FlushLead();
                 groups_.push_back(groups_.back());
                 pendingFallback_ = 0;
                 break;
             case L'}':
+                FlushLead();
+                if (groups_.back().fontTable) FinishFont();
                 groups_.pop_back();
                 pendingFallback_ = 0;
                 break;
@@ -101,30 +135,164 @@ public:
                 ControlSequence();
                 break;
             default:
-                if (!SkipItem()) EmitChar(c);
+                TextChar(c);
                 break;
             }
         }
+        FlushLead();
     }
 
 private:
-    // True when the current item is hidden or belongs to a \u fallback.
-    bool SkipItem() {
-        if (pendingFallback_ > 0) {
-            --pendingFallback_;
-            return true;
-        }
-        return groups_.back().hidden;
+    // Consumes one item of a \u fallback; true when there was one to consume.
+    bool SkipFallback() {
+        if (pendingFallback_ == 0) return false;
+        --pendingFallback_;
+        return true;
     }
 
     void EmitChar(wchar_t c) {
         if (c == L'\t' || static_cast<unsigned>(c) >= 0x20u) out_ += c;
     }
 
+    // A lead byte that no trail byte followed.
+    void FlushLead() {
+        if (pendingLead_ < 0) return;
+        pendingLead_ = -1;
+        EmitChar(kReplacementChar);
+    }
+
+    // A literal character: raw text or one of \\ \{ \}.
+    void TextChar(wchar_t c) {
+        if (SkipFallback()) return;
+        const GroupState& group = groups_.back();
+        if (group.fontTable) {
+            FontTableChar(c);
+            return;
+        }
+        if (group.hidden) return;
+        const Decoding& decoding = Current();
+        // A writer may put a trail byte from the ASCII range as itself.
+        const unsigned byte = static_cast<unsigned>(c) < 0x80u ? static_cast<unsigned>(c) : kNotAByte;
+        if (pendingLead_ >= 0 && JoinTrail(decoding, byte)) return;
+        EmitChar(decoding.page == nullptr ? SymbolChar(decoding, c) : c);
+    }
+
+    // \'hh with two hex digits.
+    void ByteItem(unsigned byte) {
+        const GroupState& group = groups_.back();
+        if (group.fontTable) {
+            FontTableChar(static_cast<wchar_t>(byte));
+            return;
+        }
+        if (group.hidden) return;
+        DecodeByte(Current(), byte);
+    }
+
+    // Ends the pending lead byte: with `byte` as its trail byte (true), or
+    // as U+FFFD when `byte` cannot follow it; `byte` is then read on its own.
+    bool JoinTrail(const Decoding& decoding, unsigned byte) {
+        const unsigned lead = static_cast<unsigned>(pendingLead_);
+        pendingLead_ = -1;
+        if (decoding.page != nullptr && decoding.page->IsTrail(byte)) {
+            EmitChar(static_cast<wchar_t>(decoding.page->Pair(lead, byte)));
+            return true;
+        }
+        EmitChar(kReplacementChar);
+        return false;
+    }
+
+    void DecodeByte(const Decoding& decoding, unsigned byte) {
+        if (pendingLead_ >= 0 && JoinTrail(decoding, byte)) return;
+        if (decoding.page == nullptr) {
+            EmitChar(SymbolChar(decoding, static_cast<wchar_t>(byte)));
+        } else if (decoding.page->IsLead(byte)) {
+            pendingLead_ = static_cast<int>(byte);
+        } else {
+            EmitChar(static_cast<wchar_t>(decoding.page->bytes[byte]));
+        }
+    }
+
+    // A character in a symbol font stands for the glyph at its position,
+    // whether written as a byte or as U+F0xx; a space stays a space.
+    static wchar_t SymbolChar(const Decoding& decoding, wchar_t c) {
+        unsigned position = static_cast<unsigned>(c);
+        if (position >= 0xF021u && position <= 0xF0FFu) position -= 0xF000u;
+        if (position < 0x21u || position > 0xFFu) return c;
+        return static_cast<wchar_t>(decoding.symbolTable ? SymbolFontChar(position) : 0xF000u + position);
+    }
+
+    const Decoding& Current() {
+        const int font = groups_.back().font >= 0 ? groups_.back().font : defaultFont_;
+        if (cacheValid_ && cachedFont_ == font) return cached_;
+        cacheValid_ = true;
+        cachedFont_ = font;
+        cached_ = Decoding{};
+        const auto it = fonts_.find(font);
+        if (it != fonts_.end() && it->second.kind == CharsetKind::Symbol) {
+            cached_.symbolTable = it->second.symbolTable;
+            return cached_;
+        }
+        if (it != fonts_.end() && it->second.kind == CharsetKind::CodePage) {
+            cached_.page = FindCodePage(it->second.codePage);
+        }
+        if (cached_.page == nullptr) cached_.page = FindCodePage(ansiCodePage_);
+        if (cached_.page == nullptr) cached_.page = FindCodePage(headerCodePage_);
+        if (cached_.page == nullptr) cached_.page = FindCodePage(1252);
+        return cached_;
+    }
+
+    // ---- Font table
+    void FontTableChar(wchar_t c) {
+        if (!entry_.open) return;
+        if (c == L';') {
+            FinishFont();
+        } else if (entry_.name.size() < 64) {
+            entry_.name += c;
+        }
+    }
+
+    void FontTableWord(std::wstring_view word, bool hasParam, int param) {
+        GroupState& group = groups_.back();
+        if (std::binary_search(std::begin(kHiddenDestinations), std::end(kHiddenDestinations), word)) {
+            group.fontTable = false;  // \falt and the like: not the font's name
+        } else if (word == L"f"sv && hasParam) {
+            FinishFont();
+            entry_.open = true;
+            entry_.number = param;
+            entry_.charset = -1;
+            entry_.codePage = 0;
+            entry_.name.clear();
+        } else if (word == L"fcharset"sv && hasParam) {
+            entry_.charset = param;
+        } else if (word == L"cpg"sv && hasParam) {
+            entry_.codePage = param;
+        }
+    }
+
+    void FinishFont() {
+        if (!entry_.open) return;
+        entry_.open = false;
+        Font font;
+        const CharsetMeaning meaning = MeaningOfCharset(entry_.charset);
+        if (meaning.kind == CharsetKind::Symbol) {
+            font.kind = CharsetKind::Symbol;
+            font.symbolTable = IsSymbolFontName(entry_.name);
+        } else if (entry_.codePage > 0 && FindCodePage(static_cast<unsigned>(entry_.codePage)) != nullptr) {
+            font.kind = CharsetKind::CodePage;
+            font.codePage = static_cast<unsigned>(entry_.codePage);
+        } else {
+            font.kind = meaning.kind;
+            font.codePage = meaning.codePage;
+        }
+        fonts_[entry_.number] = font;
+        cacheValid_ = false;
+    }
+
     void ControlSequence() {
         if (pos_ >= in_.size()) return;
         const wchar_t c = in_[pos_];
         if (IsAsciiLetter(c)) {
+            FlushLead();
             ControlWord();
         } else if (c == L'\'') {
             ++pos_;
@@ -135,7 +303,8 @@ private:
                 if (h < 0) break;
                 value = value * 16 + h;
             }
-            if (!SkipItem() && digits == 2) EmitChar(FromCp1252(static_cast<unsigned>(value)));
+            if (digits < 2) FlushLead();
+            if (!SkipFallback() && digits == 2) ByteItem(static_cast<unsigned>(value));
         } else {
             ++pos_;
             ControlSymbol(c);
@@ -143,17 +312,19 @@ private:
     }
 
     void ControlSymbol(wchar_t c) {
-        if (pendingFallback_ > 0) {
-            --pendingFallback_;
+        if (c == L'\\' || c == L'{' || c == L'}') {
+            TextChar(c);
             return;
         }
+        FlushLead();
+        if (SkipFallback()) return;
         GroupState& group = groups_.back();
-        if (c == L'*') group.hidden = true;
+        if (c == L'*') {
+            group.hidden = true;
+            group.fontTable = false;
+        }
         if (group.hidden) return;
         switch (c) {
-        case L'\\':
-        case L'{':
-        case L'}': out_ += c; break;
         case L'~': out_ += L'\u00A0'; break;
         case L'_': out_ += L'\u2011'; break;
         case L'\r':
@@ -181,28 +352,47 @@ private:
         if (negative) param = -param;
         if (pos_ < in_.size() && in_[pos_] == L' ') ++pos_;
 
-        if (word == L"bin") {
+        if (word == L"bin"sv) {
             // Binary data is never text, whatever group it is in.
             const std::size_t count = param > 0 ? static_cast<std::size_t>(param) : 0;
             pos_ += std::min(count, in_.size() - pos_);
         }
-        if (pendingFallback_ > 0) {
-            --pendingFallback_;
+        if (SkipFallback()) return;
+        GroupState& group = groups_.back();
+        if (word == L"uc"sv) {
+            group.fallbackChars = std::max(0, param);
             return;
         }
-        GroupState& group = groups_.back();
-        if (word == L"uc") {
-            group.fallbackChars = std::max(0, param);
+        if (group.fontTable) {
+            FontTableWord(word, hasParam, param);
             return;
         }
         if (group.hidden) return;
         if (std::binary_search(std::begin(kHiddenDestinations), std::end(kHiddenDestinations), word)) {
             group.hidden = true;
-        } else if (word == L"u") {
+            group.fontTable = word == L"fonttbl"sv;
+        } else if (word == L"u"sv) {
             if (!hasParam) return;
             const int unit = param < 0 ? param + 65536 : param;
-            if (unit > 0 && unit <= 0xFFFF) EmitChar(static_cast<wchar_t>(unit));
+            if (unit > 0 && unit <= 0xFFFF) {
+                const Decoding& decoding = Current();
+                const wchar_t c = static_cast<wchar_t>(unit);
+                EmitChar(decoding.page == nullptr ? SymbolChar(decoding, c) : c);
+            }
             pendingFallback_ = group.fallbackChars;
+        } else if (word == L"f"sv) {
+            if (hasParam) group.font = param;
+        } else if (word == L"plain"sv) {
+            group.font = -1;
+        } else if (word == L"deff"sv) {
+            if (hasParam) defaultFont_ = param;
+            cacheValid_ = false;
+        } else if (word == L"ansicpg"sv) {
+            ansiCodePage_ = param > 0 ? static_cast<unsigned>(param) : 0;
+            cacheValid_ = false;
+        } else if (word == L"ansi"sv || word == L"mac"sv || word == L"pc"sv || word == L"pca"sv) {
+            headerCodePage_ = word == L"ansi"sv ? 1252 : word == L"mac"sv ? 10000 : word == L"pc"sv ? 437 : 850;
+            cacheValid_ = false;
         } else {
             const Replacement key{word, {}};
             const auto it = std::lower_bound(std::begin(kReplacements), std::end(kReplacements), key,
@@ -218,6 +408,17 @@ private:
     std::size_t pos_ = 0;
     std::vector<GroupState> groups_;
     int pendingFallback_ = 0;
+    int pendingLead_ = -1;  // a lead byte waiting for its trail byte
+
+    // Fonts and code pages.
+    std::map<int, Font> fonts_;
+    FontEntry entry_;
+    int defaultFont_ = -1;
+    unsigned ansiCodePage_ = 0;      // \ansicpgN
+    unsigned headerCodePage_ = 1252;  // \ansi, \mac, \pc, \pca
+    bool cacheValid_ = false;
+    int cachedFont_ = 0;
+    Decoding cached_;
 };
 
 }  // namespace

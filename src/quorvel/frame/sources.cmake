@@ -1,6 +1,8 @@
 # Library frame: portable model code (also built natively) and the Windows side.
 list(APPEND QV_MODEL_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/catalog.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/codepage_tables.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/codepages.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ini_store.cpp
   ${CMAKE_CURRENT_LIST_DIR}/number_text.cpp
   ${CMAKE_CURRENT_LIST_DIR}/rtf_text.cpp
