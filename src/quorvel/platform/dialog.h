@@ -75,7 +75,7 @@ protected:
     virtual void OnOK();
     // IDCANCEL: EndDialog(IDCANCEL).
     virtual void OnCancel();
-    virtual void DoDataExchange(DataExchange* dx) {}
+    virtual void DoDataExchange(DataExchange* /*dx*/) {}
 
     BOOL OnCommand(WPARAM wp, LPARAM lp) override;  // WM_COMMAND: IDOK, IDCANCEL
 

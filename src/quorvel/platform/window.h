@@ -58,7 +58,10 @@ public:
     // Subclasses an existing window. False for a null or destroyed window or
     // one that already has an object.
     bool Attach(HWND hwnd);
-    bool SubclassWindow(HWND hwnd) { return Attach(hwnd); }
+    // Names that <windowsx.h> defines as function-like macros are declared in
+    // parentheses, so the header compiles whichever the host included first;
+    // such a host calls them as (w.SubclassWindow)(hwnd).
+    bool (SubclassWindow)(HWND hwnd) { return Attach(hwnd); }
     // Subclasses the dialog item `id` of `parent` (WM_SUBCLASSDLGITEM style).
     bool SubclassDlgItem(UINT id, HWND parent);
     // Removes the subclass and forgets the window, which lives on.
@@ -127,13 +130,13 @@ protected:
     //   WM_VKEYTOITEM   the key is dealt with, or the index of the item the
     //                   list box is to act on
     virtual bool OnChildNotify(UINT msg, WPARAM wp, LPARAM lp, LRESULT* result);
-    virtual bool OnReflectCommand(UINT notifyCode) { return false; }               // WM_COMMAND
-    virtual bool OnReflectNotify(NMHDR* hdr, LRESULT* result) { return false; }     // WM_NOTIFY
+    virtual bool OnReflectCommand(UINT /*notifyCode*/) { return false; }             // WM_COMMAND
+    virtual bool OnReflectNotify(NMHDR* /*hdr*/, LRESULT* /*result*/) { return false; } // WM_NOTIFY
     // WM_CTLCOLOR*: a null brush means not handled.
-    virtual HBRUSH OnReflectCtlColor(HDC dc, UINT ctlColorMsg) { return nullptr; }
-    virtual bool OnReflectDrawItem(DRAWITEMSTRUCT* dis) { return false; }          // WM_DRAWITEM
-    virtual bool OnReflectMeasureItem(MEASUREITEMSTRUCT* mis) { return false; }    // WM_MEASUREITEM
-    virtual bool OnReflectScroll(UINT msg, UINT code, UINT pos) { return false; }  // WM_HSCROLL/WM_VSCROLL
+    virtual HBRUSH OnReflectCtlColor(HDC /*dc*/, UINT /*ctlColorMsg*/) { return nullptr; }
+    virtual bool OnReflectDrawItem(DRAWITEMSTRUCT* /*dis*/) { return false; }        // WM_DRAWITEM
+    virtual bool OnReflectMeasureItem(MEASUREITEMSTRUCT* /*mis*/) { return false; }  // WM_MEASUREITEM
+    virtual bool OnReflectScroll(UINT /*msg*/, UINT /*code*/, UINT /*pos*/) { return false; } // WM_HSCROLL/WM_VSCROLL
 
     // Message handlers; each defaults to Default().
     virtual int OnCreate(CREATESTRUCTW* cs);                               // WM_CREATE
