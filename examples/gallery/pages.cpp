@@ -16,7 +16,7 @@ const std::vector<PageInfo>& Pages() {
          L"100 % cap.", nullptr},
         {L"Viewers", nullptr, L"Image and HTML viewers that choose by file type.", nullptr},
         {L"Search fields", nullptr, L"File and folder search fields with browse buttons and path checks.", nullptr},
-        {L"Splitter", nullptr, L"A splitter with collapse and restore buttons on its bar.", nullptr},
+        {L"Splitter", BuildSplitterPage, nullptr, nullptr},
         {L"Line numbers", nullptr, L"A multi-line edit with a line-number margin that follows scrolling.", nullptr},
         {L"Buttons", nullptr, L"Script button groups, the button container and the colour button.", nullptr},
         {L"Combo boxes", nullptr, L"Check combo boxes and filtering combo boxes.", nullptr},
