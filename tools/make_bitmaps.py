@@ -143,34 +143,24 @@ def pad(img, margin):
     return rows
 
 
-# Splitter collapse buttons. All four faces sit on the buttons of the
-# splitter's vertical bar, so all are strips of 10 x 43 pixels. Each arrow is
-# a solid black triangle centred exactly in the strip: left and right have a
-# 1-pixel tip and a 7-pixel base 4 columns away; up and down, across the
-# strip's even width, a 2-pixel tip and a 6-pixel base 3 rows away.
+# Splitter collapse buttons. Both buttons sit on the splitter's vertical bar,
+# so all four faces are strips of 10 x 43 pixels. The upper button collapses
+# the left pane (139 at rest, 137 held down), the lower one the right pane
+# (138 at rest, 136 held down). Each arrow is a solid black triangle centred
+# in the strip, a 1-pixel tip and a 7-pixel base 4 columns away; held down,
+# it moves one pixel right and down, as a pushed button's face does.
 SPLITTER_WIDTH = 10
 SPLITTER_HEIGHT = 43
 
 
-def arrow_left():
+def arrow_left(shift=0):
     depth = 4
     img = blank(SPLITTER_WIDTH, SPLITTER_HEIGHT)
-    tip_x = (SPLITTER_WIDTH - depth + 1) // 2  # 3 columns before the tip, 3 after the base
-    mid = SPLITTER_HEIGHT // 2  # the tip row; as many rows above it as below
+    tip_x = (SPLITTER_WIDTH - depth + 1) // 2 + shift  # 3 columns before the tip, 3 after the base
+    mid = SPLITTER_HEIGHT // 2 + shift  # the tip row; as many rows above it as below
     for i in range(depth):
         for y in range(mid - i, mid + i + 1):
             img[y][tip_x + i] = BLACK
-    return img
-
-
-def arrow_up():
-    depth = 3
-    img = blank(SPLITTER_WIDTH, SPLITTER_HEIGHT)
-    tip_y = (SPLITTER_HEIGHT - depth) // 2  # 20 rows above the tip, 20 below the base
-    mid = SPLITTER_WIDTH // 2  # columns mid-1 and mid form the tip
-    for i in range(depth):
-        for x in range(mid - 1 - i, mid + 1 + i):
-            img[tip_y + i][x] = BLACK
     return img
 
 
@@ -178,12 +168,17 @@ def mirror(img):
     return [list(reversed(row)) for row in img]
 
 
-def arrow_right():
-    return mirror(arrow_left())
-
-
-def arrow_down():
-    return list(reversed(arrow_up()))
+def arrow_right(shift=0):
+    # Mirrored, the one-pixel push would go left: mirror the unshifted arrow
+    # and move it right and down like the left one.
+    img = mirror(arrow_left())
+    if not shift:
+        return img
+    moved = blank(SPLITTER_WIDTH, SPLITTER_HEIGHT)
+    for y in range(SPLITTER_HEIGHT - shift):
+        for x in range(SPLITTER_WIDTH - shift):
+            moved[y + shift][x + shift] = img[y][x]
+    return moved
 
 
 # The small faces are 20 x 20: each drawing below is 16 x 16 and gets a
@@ -258,10 +253,10 @@ def faces():
     """File name -> (resource id, resource size, encoded file), for every
     bitmap the resource script uses."""
     splitter = {
-        "splitter_right.bmp": (136, arrow_right()),
-        "splitter_down.bmp": (137, arrow_down()),
-        "splitter_left.bmp": (138, arrow_left()),
-        "splitter_up.bmp": (139, arrow_up()),
+        "splitter_right_pressed.bmp": (136, arrow_right(1)),
+        "splitter_left_pressed.bmp": (137, arrow_left(1)),
+        "splitter_right.bmp": (138, arrow_right()),
+        "splitter_left.bmp": (139, arrow_left()),
     }
     small = {
         "browse.bmp": (142, BROWSE),

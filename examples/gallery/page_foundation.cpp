@@ -104,7 +104,7 @@ std::unique_ptr<PageObjects> BuildFoundationPage(HWND page) {
     }
 
     AddLabel(page, L"Library bitmaps (splitter, browse, viewer faces)", 16, 232, 320, 18);
-    const UINT bitmapIds[] = {IDB_QV_SPLITTER_LEFT, IDB_QV_SPLITTER_RIGHT, IDB_QV_SPLITTER_UP, IDB_QV_SPLITTER_DOWN,
+    const UINT bitmapIds[] = {IDB_QV_SPLITTER_LEFT, IDB_QV_SPLITTER_LEFT_DOWN, IDB_QV_SPLITTER_RIGHT, IDB_QV_SPLITTER_RIGHT_DOWN,
                               IDB_QV_BROWSE, IDB_QV_VIEWER_OPEN, IDB_QV_VIEWER_REFRESH};
     int x = 16;
     for (UINT id : bitmapIds) {

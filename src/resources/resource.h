@@ -24,10 +24,10 @@
 // ---------------------------------------------------------------------------
 // Splitter collapse buttons: 10 wide, 43 high, to fit the buttons of the
 // splitter's vertical bar; 32 bits per pixel, 1772 bytes each as resources.
-#define IDB_QV_SPLITTER_RIGHT      136  // arrow pointing right
-#define IDB_QV_SPLITTER_DOWN       137  // arrow pointing down
-#define IDB_QV_SPLITTER_LEFT       138  // arrow pointing left
-#define IDB_QV_SPLITTER_UP         139  // arrow pointing up
+#define IDB_QV_SPLITTER_RIGHT_DOWN 136  // lower splitter button held down: arrow pointing right
+#define IDB_QV_SPLITTER_LEFT_DOWN  137  // upper splitter button held down: arrow pointing left
+#define IDB_QV_SPLITTER_RIGHT      138  // lower splitter button: arrow pointing right
+#define IDB_QV_SPLITTER_LEFT       139  // upper splitter button: arrow pointing left
 #define QV_SPLITTER_FACE_LONG       43  // pixels along the bar
 #define QV_SPLITTER_FACE_SHORT      10  // pixels across the bar
 

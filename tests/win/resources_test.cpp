@@ -17,10 +17,10 @@ struct Face {
 
 TEST(LibraryBitmapTest, FacesHaveTheirSizesAndPixels) {
     const Face faces[] = {
-        {136, 1772, 10, 43, {6, 21}},  // splitter right: tip of the arrow
-        {137, 1772, 10, 43, {5, 22}},  // splitter down: tip
-        {138, 1772, 10, 43, {3, 21}},  // splitter left: tip
-        {139, 1772, 10, 43, {5, 20}},  // splitter up: tip
+        {136, 1772, 10, 43, {7, 22}},  // lower splitter button held down: tip of the right arrow
+        {137, 1772, 10, 43, {4, 22}},  // upper splitter button held down: tip of the left arrow
+        {138, 1772, 10, 43, {6, 21}},  // lower splitter button: tip of the right arrow
+        {139, 1772, 10, 43, {3, 21}},  // upper splitter button: tip of the left arrow
         {142, 344, 20, 20, {5, 11}},   // browse: first dot
         {143, 344, 20, 20, {3, 8}},    // viewer open: frame
         {145, 344, 20, 20, {10, 3}},   // viewer refresh: arrow head
