@@ -41,6 +41,7 @@ std::unique_ptr<PageObjects> BuildBaseControlsPage(HWND page);
 std::unique_ptr<PageObjects> BuildDatesPage(HWND page);
 std::unique_ptr<PageObjects> BuildNumericPage(HWND page);
 std::unique_ptr<PageObjects> BuildSplitterPage(HWND page);
+std::unique_ptr<PageObjects> BuildLineNumbersPage(HWND page);
 
 // Shared helpers for page builders.
 // Sets the gallery's tooltip settings (once per process).

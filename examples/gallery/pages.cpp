@@ -17,7 +17,7 @@ const std::vector<PageInfo>& Pages() {
         {L"Viewers", nullptr, L"Image and HTML viewers that choose by file type.", nullptr},
         {L"Search fields", nullptr, L"File and folder search fields with browse buttons and path checks.", nullptr},
         {L"Splitter", BuildSplitterPage, nullptr, nullptr},
-        {L"Line numbers", nullptr, L"A multi-line edit with a line-number margin that follows scrolling.", nullptr},
+        {L"Line numbers", BuildLineNumbersPage, nullptr, nullptr},
         {L"Buttons", nullptr, L"Script button groups, the button container and the colour button.", nullptr},
         {L"Combo boxes", nullptr, L"Check combo boxes and filtering combo boxes.", nullptr},
         {L"Font and colour", nullptr, L"The font and colour chooser with its preview.", nullptr},
