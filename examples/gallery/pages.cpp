@@ -18,7 +18,7 @@ const std::vector<PageInfo>& Pages() {
         {L"Search fields", nullptr, L"File and folder search fields with browse buttons and path checks.", nullptr},
         {L"Splitter", BuildSplitterPage, nullptr, nullptr},
         {L"Line numbers", BuildLineNumbersPage, nullptr, nullptr},
-        {L"Buttons", nullptr, L"Script button groups, the button container and the colour button.", nullptr},
+        {L"Buttons", BuildButtonsPage, nullptr, nullptr},
         {L"Combo boxes", nullptr, L"Check combo boxes and filtering combo boxes.", nullptr},
         {L"Font and colour", nullptr, L"The font and colour chooser with its preview.", nullptr},
         {L"Rich text", nullptr, L"Rich text fields with their edit and formatting menu.", nullptr},
