@@ -23,7 +23,9 @@ std::wstring EnglishColorText(COLORREF color) {
     return name ? std::wstring(name) : cl::HexText(color);
 }
 
-bool IsCellId(UINT id) { return id >= XColorBtnDlg::kFirstCell && id < XColorBtnDlg::kFirstCell + XColorBtnDlg::kCellCount; }
+bool IsCellId(UINT id) {
+    return id >= XColorBtnDlg::kFirstCell && id < static_cast<UINT>(XColorBtnDlg::kFirstCell) + XColorBtnDlg::kCellCount;
+}
 
 // The colours the user keeps in the system colour dialog's custom row, for
 // the rest of the session, as that dialog does in other programs.
