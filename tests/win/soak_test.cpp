@@ -1,0 +1,590 @@
+// Every control made, used and destroyed many times on a plain Win32 parent,
+// as a host that rebuilds its forms does all day: no GDI or USER handle and
+// no memory may stay behind per cycle.
+//
+// Wine answers 0 to GetGuiResources, so handles are counted by what is left:
+// a ballast of brushes and menus takes all but a few thousand free entries
+// of the GDI and USER handle tables, and a measurement creates objects until
+// the table is full, counts them and deletes them again. A handle kept by a
+// control is one fewer that can be made. Memory is the busy bytes of every
+// heap (HeapWalk) and the private bytes of the process.
+//
+// Each class runs in both destruction orders (the control first; the parent
+// first): a warm-up, then two equal batches. What one-time caches grow shows
+// up in the warm-up and at most in the first batch; a leak grows both
+// batches alike. QV_SOAK_CYCLES sets the cycles per batch (4 by default; a
+// long run: QV_SOAK_CYCLES=1000, 2 000 measured cycles per class and order
+// after a warm-up of 100); QV_SOAK_REPORT=1 prints every class's numbers
+// (the heap growth also for the C runtime's heap alone, where the library's
+// own allocations live); QV_SOAK_ONLY=<part of a class name> runs those rows.
+#include <windows.h>
+#include <commctrl.h>
+#include <malloc.h>
+#include <psapi.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "quorvel/controls/base_buttons.h"
+#include "quorvel/controls/base_edit.h"
+#include "quorvel/controls/base_lists.h"
+#include "quorvel/controls/base_readonly.h"
+#include "quorvel/controls/prompt.h"
+#include "quorvel/controls/static_text.h"
+#include "quorvel/masks/date_edits.h"
+#include "quorvel/masks/datetime_field.h"
+#include "quorvel/masks/maskedit.h"
+#include "quorvel/masks/numeric.h"
+#include "quorvel/masks/placeholder.h"
+#include "quorvel/platform/checklistbox.h"
+#include "quorvel/platform/controls.h"
+#include "quorvel/tooltip/xtooltip.h"
+#include "quorvel/windows/line_number_edit.h"
+#include "quorvel/windows/splitter.h"
+#include "support/host.h"
+
+namespace {
+
+using qvtest::Pump;
+
+// ---- Measuring --------------------------------------------------------------
+
+int EnvInt(const char* name, int fallback) {
+    const char* text = std::getenv(name);
+    const int value = text ? std::atoi(text) : 0;
+    return value > 0 ? value : fallback;
+}
+
+// One kind of handle, counted by how many more can be made.
+struct HandleKind {
+    HANDLE (*make)();
+    void (*free)(HANDLE);
+};
+
+HANDLE MakeBrush() { return ::CreateSolidBrush(RGB(1, 2, 3)); }
+void FreeBrush(HANDLE h) { ::DeleteObject(h); }
+HANDLE MakeMenu() { return ::CreatePopupMenu(); }
+void FreeMenu(HANDLE h) { ::DestroyMenu(static_cast<HMENU>(h)); }
+const HandleKind kGdi{MakeBrush, FreeBrush};
+const HandleKind kUser{MakeMenu, FreeMenu};
+
+// Creates objects until `cap` or failure and answers how many were made.
+// With `keep` they are left to the caller (the ballast), else deleted.
+long Fill(const HandleKind& kind, long cap, std::vector<HANDLE>* keep = nullptr) {
+    std::vector<HANDLE> made;
+    made.reserve(static_cast<size_t>(cap));
+    while (static_cast<long>(made.size()) < cap) {
+        HANDLE h = kind.make();
+        if (!h) break;
+        made.push_back(h);
+    }
+    const long n = static_cast<long>(made.size());
+    if (keep) {
+        keep->insert(keep->end(), made.begin(), made.end());
+    } else {
+        for (HANDLE h : made) kind.free(h);
+    }
+    return n;
+}
+
+// Leaves `headroom` free entries of a handle table and keeps the rest.
+class Ballast {
+public:
+    Ballast(const HandleKind& kind, long headroom) : kind_(kind) {
+        const long free = Fill(kind, 1 << 20);
+        Fill(kind, std::max(0L, free - headroom), &held_);
+    }
+    ~Ballast() {
+        for (HANDLE h : held_) kind_.free(h);
+    }
+    Ballast(const Ballast&) = delete;
+    Ballast& operator=(const Ballast&) = delete;
+
+private:
+    const HandleKind& kind_;
+    std::vector<HANDLE> held_;
+};
+
+// Busy bytes of the heaps of the process: all of them, or only the C
+// runtime's (where the library's own allocations live).
+long long HeapBusy(bool crtOnly = false) {
+    HANDLE heaps[64];
+    DWORD count = std::min<DWORD>(::GetProcessHeaps(64, heaps), 64);
+    if (crtOnly) {
+        heaps[0] = reinterpret_cast<HANDLE>(_get_heap_handle());
+        count = 1;
+    }
+    long long busy = 0;
+    for (DWORD i = 0; i < count; ++i) {
+        if (!::HeapLock(heaps[i])) continue;
+        PROCESS_HEAP_ENTRY entry{};
+        while (::HeapWalk(heaps[i], &entry))
+            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) busy += entry.cbData;
+        ::HeapUnlock(heaps[i]);
+    }
+    return busy;
+}
+
+long long PrivateBytes() {
+    PROCESS_MEMORY_COUNTERS_EX pmc{};
+    pmc.cb = sizeof(pmc);
+    ::GetProcessMemoryInfo(::GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&pmc), sizeof(pmc));
+    return static_cast<long long>(pmc.PrivateUsage);
+}
+
+// Handles in use are counted as negative free entries, so that every
+// field grows when something is kept.
+struct Usage {
+    long gdi = 0;
+    long user = 0;
+    long long heap = 0;
+    long long crt = 0;
+    long long priv = 0;
+};
+
+long g_headroom = 0;
+
+Usage Measure() {
+    Pump();
+    return Usage{g_headroom - Fill(kGdi, g_headroom), g_headroom - Fill(kUser, g_headroom), HeapBusy(),
+                 HeapBusy(true), PrivateBytes()};
+}
+
+Usage operator-(const Usage& a, const Usage& b) {
+    return Usage{a.gdi - b.gdi, a.user - b.user, a.heap - b.heap, a.crt - b.crt, a.priv - b.priv};
+}
+
+// ---- The controls -------------------------------------------------------------
+
+const RECT kRect{10, 10, 210, 34};
+const RECT kTallRect{10, 10, 260, 130};
+constexpr UINT kId = 100;
+
+// A control made on a parent. Destroying it destroys its window.
+class Subject {
+public:
+    virtual ~Subject() = default;
+    // The window typed into and hovered; null when creation failed.
+    virtual HWND Handle() const = 0;
+    virtual void SetColours(COLORREF text, COLORREF bk) = 0;
+    virtual void SetFont(HFONT font) { ::SendMessageW(Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE); }
+    // Gets the tooltip ready to show on hover; false when there is none.
+    virtual bool PrepareTooltip() { return false; }
+};
+
+// A library window class: colours through XBaseColor, tooltip through
+// FieldTooltip, whichever of them the class has.
+template <class T>
+class Control final : public Subject {
+public:
+    explicit Control(std::unique_ptr<T> object, bool made) : object_(std::move(object)), made_(made) {}
+    HWND Handle() const override { return made_ ? object_->m_hWnd : nullptr; }
+    void SetColours(COLORREF text, COLORREF bk) override {
+        if constexpr (std::is_base_of_v<XBaseColor, T>) {
+            object_->SetTextColor(text);
+            object_->SetBkColor(bk);
+        }
+    }
+    bool PrepareTooltip() override {
+        if constexpr (std::is_base_of_v<qv::FieldTooltip, T>) object_->CreateTooltip();
+        return true;
+    }
+    T& Object() { return *object_; }
+
+private:
+    std::unique_ptr<T> object_;
+    bool made_;
+};
+
+using Maker = std::function<std::unique_ptr<Subject>(HWND parent, HFONT font)>;
+
+// A row for class T: `create(object, parent, font)` makes its window.
+template <class T, class Create, class New = std::unique_ptr<T> (*)()>
+Maker Make(Create create, New make = [] { return std::make_unique<T>(); }) {
+    return [create, make](HWND parent, HFONT font) -> std::unique_ptr<Subject> {
+        std::unique_ptr<T> object = make();
+        const bool made = create(*object, parent, font) != 0;
+        return std::make_unique<Control<T>>(std::move(object), made);
+    };
+}
+
+// The usual field: Create(text, id, rect, font, parent).
+template <class T>
+Maker Field(const wchar_t* text = L"Text", RECT rect = kRect) {
+    return Make<T>([text, rect](T& c, HWND p, HFONT f) { return c.Create(text, kId, rect, f, p); });
+}
+
+template <class T>
+Maker ReadOnlyDate(DISPLAYTYPE type) {
+    return Make<T>(
+        [](T& c, HWND p, HFONT f) {
+            unsigned int id = kId;
+            return c.Create(kRect, p, id, f) && c.SetValue(qv::OleDateTime(2024, 2, 29, 13, 45, 0));
+        },
+        [type] { return std::make_unique<T>(type); });
+}
+
+// The library's own tooltip on a label of the parent.
+class OwnTooltip final : public Subject {
+public:
+    OwnTooltip(HWND parent, HFONT font) {
+        label_ = ::CreateWindowExW(0, L"STATIC", L"label", WS_CHILD | WS_VISIBLE | SS_NOTIFY, 10, 10, 200, 24, parent,
+                                   nullptr, nullptr, nullptr);
+        if (!label_ || !tip_.Create(parent)) label_ = nullptr;
+        tip_.SetFont(font);
+        tip_.AddTool(label_, L"<b>Due date</b><br>When the <i>order</i> is due.<hr=50%><ct=0x0000FF>F1</ct>");
+        tip_.SubclassTool(label_);
+    }
+    HWND Handle() const override { return label_; }
+    void SetColours(COLORREF text, COLORREF bk) override {
+        tip_.SetColor(XTooltip::kColorText, text);
+        tip_.SetColor(XTooltip::kColorBk, bk);
+    }
+    void SetFont(HFONT font) override { tip_.SetFont(font); }
+    bool PrepareTooltip() override { return true; }
+
+private:
+    HWND label_ = nullptr;
+    XTooltip tip_;
+};
+
+// The stock tooltip wrapper on a label of the parent.
+class StockTooltip final : public Subject {
+public:
+    explicit StockTooltip(HWND parent) {
+        label_ = ::CreateWindowExW(0, L"STATIC", L"label", WS_CHILD | WS_VISIBLE | SS_NOTIFY, 10, 10, 200, 24, parent,
+                                   nullptr, nullptr, nullptr);
+        if (!label_ || !tip_.Create(parent) || !tip_.AddTool(label_, L"Stock tooltip text")) label_ = nullptr;
+    }
+    HWND Handle() const override { return label_; }
+    void SetColours(COLORREF text, COLORREF bk) override {
+        tip_.SetTipTextColor(text);
+        tip_.SetTipBkColor(bk);
+    }
+    void SetFont(HFONT font) override { tip_.SetFont(font); }
+    bool PrepareTooltip() override { return true; }
+
+private:
+    HWND label_ = nullptr;
+    qv::ToolTipCtrl tip_;
+};
+
+// The splitter with an edit in each pane.
+class Splitter final : public Subject {
+public:
+    explicit Splitter(HWND parent) {
+        if (!splitter_.Create(parent, RECT{0, 0, 400, 300}, kId)) return;
+        for (int i = 0; i < 2; ++i) {
+            HWND pane = ::CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 50, splitter_, nullptr,
+                                          nullptr, nullptr);
+            if (!pane || !splitter_.SetPane(i, pane)) return;
+        }
+        made_ = true;
+    }
+    HWND Handle() const override { return made_ ? splitter_.m_hWnd : nullptr; }
+    void SetColours(COLORREF, COLORREF) override {}
+
+private:
+    XSplitterWnd splitter_;
+    bool made_ = false;
+};
+
+enum Hover { kNoTooltip, kHoverControl, kHoverChild };
+
+struct ControlRow {
+    const char* name;
+    Maker make;
+    Hover tooltip;  // shown by hovering the control (or its first child) in every cycle
+};
+
+std::vector<ControlRow> Rows() {
+    const auto prompt = [](auto& c, HWND p, HFONT f) {
+        return c.Create(L"Due date", kId, kRect, f, p, false, false, L"<b>Due</b> date<document>d.htm</document>", true);
+    };
+    const auto group = [](auto& c, HWND p, HFONT f) {
+        return c.Create(L"Group", kId, kTallRect, f, p, L"<b>Group</b> help", true);
+    };
+    const auto checks = [](auto& c, HWND p, HFONT f) {
+        return c.Create(L"", kId, kTallRect, f, p) && ::SendMessageW(c, LB_ADDSTRING, 0, LPARAM(L"One")) >= 0;
+    };
+    const auto choice = [](auto& c, HWND p, HFONT f) {
+        return c.Create(L"", kId, kTallRect, f, p) && ::SendMessageW(c, CB_ADDSTRING, 0, LPARAM(L"Chosen")) >= 0 &&
+               ::SendMessageW(c, CB_SETCURSEL, 0, 0) == 0;
+    };
+    return {
+        {"XBaseEdit", Field<XBaseEdit>(), kHoverControl},
+        {"XBaseEditColor", Field<XBaseEditColor>(), kHoverControl},
+        {"XBaseMultiLineEdit", Field<XBaseMultiLineEdit>(L"A\r\nB", kTallRect), kNoTooltip},
+        {"XBaseMultiLineEditColor", Field<XBaseMultiLineEditColor>(L"A\r\nB", kTallRect), kNoTooltip},
+        {"XBaseReadOnlyMultiLineEditColor", Field<XBaseReadOnlyMultiLineEditColor>(L"A\r\nB", kTallRect), kNoTooltip},
+        {"XBaseComboBox", Make<XBaseComboBox>(choice), kHoverControl},
+        {"XBaseComboBoxColor", Make<XBaseComboBoxColor>(choice), kHoverControl},
+        {"XBaseEditComboBox", Field<XBaseEditComboBox>(L"typed", kTallRect), kHoverControl},
+        {"XBaseEditComboBoxColor", Field<XBaseEditComboBoxColor>(L"typed", kTallRect), kHoverControl},
+        {"XBaseListBox", Field<XBaseListBox>(L"", kTallRect), kNoTooltip},
+        {"XBaseListBoxColor", Field<XBaseListBoxColor>(L"", kTallRect), kNoTooltip},
+        {"XBaseCheckListBox", Make<XBaseCheckListBox>(checks), kHoverControl},
+        {"XBaseReadOnlyCheckListBox", Make<XBaseReadOnlyCheckListBox>(checks), kHoverControl},
+        {"XTabCheckListBox", Make<XTabCheckListBox>([](auto& c, HWND p, HFONT) {
+             return c.Create(WS_CHILD | WS_VISIBLE | LBS_OWNERDRAWVARIABLE | LBS_HASSTRINGS, kTallRect, p, kId) &&
+                    ::SendMessageW(c, LB_ADDSTRING, 0, LPARAM(L"One\tTwo")) >= 0;
+         }), kNoTooltip},
+        {"XBaseButton", Field<XBaseButton>(), kNoTooltip},
+        {"XBaseCheckBox", Field<XBaseCheckBox>(), kNoTooltip},
+        {"XBaseTriCheckBox", Field<XBaseTriCheckBox>(), kNoTooltip},
+        {"XBaseRadio", Field<XBaseRadio>(), kNoTooltip},
+        {"XBaseGroupBox", Field<XBaseGroupBox>(L"Group", kTallRect), kNoTooltip},
+        {"XBaseGroupBox prompt caption", Make<XBaseGroupBox>(group), kHoverChild},
+        {"XBaseGroupBoxColor prompt caption", Make<XBaseGroupBoxColor>(group), kHoverChild},
+        {"XBaseEditReadOnly", Field<XBaseEditReadOnly>(), kNoTooltip},
+        {"XBaseEditReadOnlyColor", Field<XBaseEditReadOnlyColor>(), kNoTooltip},
+        {"XBasePrompt", Make<XBasePrompt>(prompt), kHoverControl},
+        {"XBaseStaticText", Make<XBaseStaticText>([](auto& c, HWND p, HFONT f) {
+             return c.Create(L"Label", kId, kRect, f, p, L"Help<document>d.htm</document>", true);
+         }), kHoverControl},
+        {"XBaseStatictextColor", Make<XBaseStatictextColor>([](auto& c, HWND p, HFONT f) {
+             return c.Create(L"Label", kId, kRect, f, p, L"Help", false);
+         }), kHoverControl},
+        {"XMaskBaseEdit", Field<XMaskBaseEdit>(L""), kHoverControl},
+        {"XMaskBaseEditColor", Field<XMaskBaseEditColor>(L""), kHoverControl},
+        {"XMaskIntegerEdit", Field<XMaskIntegerEdit>(L""), kHoverControl},
+        {"XMaskIntegerEditColor", Field<XMaskIntegerEditColor>(L""), kHoverControl},
+        {"XMaskSignedFloatEdit", Field<XMaskSignedFloatEdit>(L""), kHoverControl},
+        {"XMaskSignedFloatEditColor", Field<XMaskSignedFloatEditColor>(L""), kHoverControl},
+        {"XNumberEdit", Field<XNumberEdit>(L""), kHoverControl},
+        {"XHEXEditColor", Field<XHEXEditColor>(L""), kHoverControl},
+        {"XMaskEdit", Make<XMaskEdit>([](auto& c, HWND p, HFONT f) {
+             const BOOL made = c.Create(L"", kId, kRect, f, p);
+             if (made) c.SetMask(L"##.##.####");
+             return made;
+         }), kHoverControl},
+        {"XMFCBaseDateEdit", Make<XMFCBaseDateEdit>([](auto& c, HWND p, HFONT f) { return c.Create(true, kRect, p, kId, f); }), kNoTooltip},
+        {"XMFCBaseTimeEdit", Make<XMFCBaseTimeEdit>([](auto& c, HWND p, HFONT f) { return c.Create(kRect, p, kId, f); }), kNoTooltip},
+        {"XMFCBaseDateTimeEdit", Make<XMFCBaseDateTimeEdit>([](auto& c, HWND p, HFONT f) {
+             unsigned int id = kId;
+             return c.Create(true, RECT{10, 10, 260, 34}, p, id, f);
+         }), kNoTooltip},
+        {"XBaseDateTime", Make<XBaseDateTime>([](auto& c, HWND p, HFONT) {
+             return c.Create(WS_CHILD | WS_VISIBLE, kRect, p, kId) && c.Init(1, 0);
+         }), kNoTooltip},
+        {"XMFCBaseDateEditReadOnly", ReadOnlyDate<XMFCBaseDateEditReadOnly>(DISPLAYTYPE_DATETIME), kNoTooltip},
+        {"XMFCBaseDateEditReadOnlyColor", ReadOnlyDate<XMFCBaseDateEditReadOnlyColor>(DISPLAYTYPE_DATETIME), kNoTooltip},
+        {"XMultiLineEditLN", Field<XMultiLineEditLN>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
+        {"XMultiLineEditLNColor", Field<XMultiLineEditLNColor>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
+        {"XSplitterWnd", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<Splitter>(p); }, kNoTooltip},
+        {"XTooltip", [](HWND p, HFONT f) -> std::unique_ptr<Subject> { return std::make_unique<OwnTooltip>(p, f); }, kHoverControl},
+        {"qv::ToolTipCtrl", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<StockTooltip>(p); }, kHoverControl},
+    };
+}
+
+// ---- The cycle ------------------------------------------------------------------
+
+const wchar_t kParentClass[] = L"QvSoakParent";
+
+HWND CreateParent() {
+    static const ATOM atom = [] {
+        WNDCLASSW wc{};
+        wc.lpfnWndProc = ::DefWindowProcW;
+        wc.hInstance = ::GetModuleHandleW(nullptr);
+        wc.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+        wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+        wc.lpszClassName = kParentClass;
+        return ::RegisterClassW(&wc);
+    }();
+    if (!atom) return nullptr;
+    HWND parent = ::CreateWindowExW(0, kParentClass, L"Form", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0, 480, 360,
+                                    nullptr, nullptr, ::GetModuleHandleW(nullptr), nullptr);
+    if (parent) {
+        ::ShowWindow(parent, SW_SHOW);
+        ::SetForegroundWindow(parent);
+    }
+    return parent;
+}
+
+// The visible tooltip window of this thread (ours or a stock one), or null.
+HWND ShownTooltip() {
+    HWND shown = nullptr;
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND w, LPARAM found) -> BOOL {
+            wchar_t cls[32] = {};
+            ::GetClassNameW(w, cls, 32);
+            if (::IsWindowVisible(w) && (!lstrcmpW(cls, L"XTooltip") || !lstrcmpW(cls, TOOLTIPS_CLASSW)))
+                *reinterpret_cast<HWND*>(found) = w;
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&shown));
+    return shown;
+}
+
+// Every tooltip of this thread appears at once on hover.
+void ShortenDelays() {
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND w, LPARAM) -> BOOL {
+            wchar_t cls[32] = {};
+            ::GetClassNameW(w, cls, 32);
+            if (!lstrcmpW(cls, TOOLTIPS_CLASSW)) ::SendMessageW(w, TTM_SETDELAYTIME, TTDT_INITIAL, MAKELPARAM(1, 0));
+            if (auto* tip = dynamic_cast<XTooltip*>(qv::Window::FromHandle(w)))
+                tip->SetDelayTime(XTooltip::kDelayInitial, 1);
+            return TRUE;
+        },
+        0);
+}
+
+// Moves the mouse from the parent's corner onto `wnd` and waits for a tooltip.
+bool Hover(HWND parent, HWND wnd) {
+    ShortenDelays();
+    POINT away{460, 330};
+    ::ClientToScreen(parent, &away);
+    ::SetCursorPos(away.x, away.y);
+    ::SendMessageW(parent, WM_MOUSEMOVE, 0, MAKELPARAM(460, 330));
+    Pump();
+    POINT on{5, 5};
+    ::ClientToScreen(wnd, &on);
+    ::SetCursorPos(on.x, on.y);
+    ::SendMessageW(wnd, WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+    if (!qvtest::WaitFor([] { return ShownTooltip() != nullptr; }, 400)) return false;
+    // Painted, not only placed: drawing the mark-up is what a user sees.
+    ::UpdateWindow(ShownTooltip());
+    return true;
+}
+
+struct Cycler {
+    const ControlRow& row;
+    HFONT font;
+    bool parentFirst;
+    int shown = 0;
+    int failed = 0;
+
+    void Run(int cycles) {
+        for (int i = 0; i < cycles; ++i) Once(i);
+    }
+
+    void Once(int i) {
+        HWND parent = CreateParent();
+        std::unique_ptr<Subject> subject = parent ? row.make(parent, font) : nullptr;
+        HWND wnd = subject ? subject->Handle() : nullptr;
+        if (!wnd) {
+            ++failed;
+        } else {
+            ::SetFocus(wnd);
+            qvtest::TypeChars(wnd, L"12ab");
+            subject->SetColours(RGB(200, 0, i & 0xFF), RGB(255, 255, 200));
+            subject->SetColours(RGB(0, 0, 128), RGB(220, 240, 255));
+            subject->SetFont(font);
+            HWND over = row.tooltip == kHoverChild ? ::GetWindow(wnd, GW_CHILD) : wnd;
+            if (row.tooltip != kNoTooltip && subject->PrepareTooltip() && over && Hover(parent, over)) ++shown;
+        }
+        if (parentFirst) {
+            ::DestroyWindow(parent);
+            subject.reset();
+        } else {
+            subject.reset();
+            ::DestroyWindow(parent);
+        }
+        Pump();
+    }
+};
+
+// ---- Tests -----------------------------------------------------------------------------
+
+class SoakTest : public qvtest::HostTest {
+protected:
+    static void SetUpTestSuite() {
+        cycles_ = EnvInt("QV_SOAK_CYCLES", 4);
+        g_headroom = std::max(3000L, 8L * cycles_);
+        gdi_ = std::make_unique<Ballast>(kGdi, g_headroom);
+        user_ = std::make_unique<Ballast>(kUser, g_headroom);
+    }
+    static void TearDownTestSuite() {
+        gdi_.reset();
+        user_.reset();
+    }
+    void SetUp() override {
+        UseSettings({{L"tooltipdelaytime", L"5"}});
+        HostTest::SetUp();
+        font_ = ::CreateFontW(-15, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, L"Tahoma");
+    }
+    void TearDown() override {
+        ::DeleteObject(font_);
+        HostTest::TearDown();
+    }
+    HFONT font_ = nullptr;
+    static int cycles_;
+    static std::unique_ptr<Ballast> gdi_, user_;
+};
+
+int SoakTest::cycles_ = 0;
+std::unique_ptr<Ballast> SoakTest::gdi_, SoakTest::user_;
+
+TEST_F(SoakTest, HandleCountSeesALeakOfAHundredBrushes) {
+    const Usage before = Measure();
+    std::vector<HANDLE> leaked;
+    for (int i = 0; i < 100; ++i) leaked.push_back(::CreateSolidBrush(RGB(i, 0, 0)));
+    const Usage during = Measure();
+    for (HANDLE h : leaked) ::DeleteObject(h);
+    const Usage after = Measure();
+    EXPECT_EQ((during - before).gdi, 100);
+    EXPECT_EQ((after - before).gdi, 0);
+    EXPECT_EQ((during - before).user, 0);
+}
+
+TEST_F(SoakTest, HandleCountSeesALeakOfAWindow) {
+    const Usage before = Measure();
+    HWND parent = CreateParent();
+    const Usage during = Measure();
+    ::DestroyWindow(parent);
+    const Usage after = Measure();
+    EXPECT_GE((during - before).user, 1);
+    EXPECT_EQ((after - before).user, 0);
+}
+
+TEST_F(SoakTest, NoControlKeepsHandlesOrMemoryPerCycle) {
+    const bool report = std::getenv("QV_SOAK_REPORT") != nullptr;
+    const int warmUp = std::max(2, cycles_ / 10);
+    // A batch may grow by what a cache adds once; a leak adds to every cycle.
+    const long kHandleSlack = 2;
+    const long long kHeapSlack = 4096 + 8LL * cycles_;
+    const char* only = std::getenv("QV_SOAK_ONLY");
+    for (const ControlRow& row : Rows()) {
+        if (only && std::string(row.name).find(only) == std::string::npos) continue;
+        for (const bool parentFirst : {false, true}) {
+            SCOPED_TRACE(std::string(row.name) + (parentFirst ? ", parent destroyed first" : ", control destroyed first"));
+            Cycler cycler{row, font_, parentFirst};
+            const Usage start = Measure();
+            cycler.Run(warmUp);
+            const Usage warm = Measure();
+            cycler.Run(cycles_);
+            const Usage first = Measure();
+            cycler.Run(cycles_);
+            const Usage second = Measure();
+            const Usage g1 = first - warm;
+            const Usage g2 = second - first;
+            if (report) {
+                const Usage w = warm - start;
+                std::printf("%-34s %-13s warm-up %d: gdi %+ld user %+ld heap %+lld (crt %+lld) priv %+lld | 2 x %d:"
+                            " gdi %+ld %+ld user %+ld %+ld heap %+lld %+lld (crt %+lld %+lld) priv %+lld %+lld"
+                            " | tooltips %d\n",
+                            row.name, parentFirst ? "parent first" : "control first", warmUp, w.gdi, w.user, w.heap,
+                            w.crt, w.priv, cycles_, g1.gdi, g2.gdi, g1.user, g2.user, g1.heap, g2.heap, g1.crt, g2.crt,
+                            g1.priv, g2.priv, cycler.shown);
+                std::fflush(stdout);
+            }
+            EXPECT_EQ(cycler.failed, 0);
+            if (row.tooltip != kNoTooltip) {
+                EXPECT_EQ(cycler.shown, warmUp + 2 * cycles_) << "the tooltip did not show every cycle";
+            }
+            EXPECT_LE(std::min(g1.gdi, g2.gdi), kHandleSlack) << "GDI handles per batch " << g1.gdi << ", " << g2.gdi;
+            EXPECT_LE(std::min(g1.user, g2.user), kHandleSlack) << "USER handles per batch " << g1.user << ", " << g2.user;
+            EXPECT_LE(std::min(g1.heap, g2.heap), kHeapSlack) << "heap bytes per batch " << g1.heap << ", " << g2.heap;
+        }
+    }
+}
+
+}  // namespace
