@@ -28,10 +28,11 @@ void BM_FormatLocaleDouble(benchmark::State& state) {
 }
 BENCHMARK(BM_FormatLocaleDouble);
 
-// A 10 KB document: font and colour tables, paragraphs, escapes.
-void BM_RtfToText10K(benchmark::State& state) {
-    std::wstring rtf = L"{\\rtf1\\ansi{\\fonttbl{\\f0 Arial;}{\\f1 Courier;}}{\\colortbl;\\red255\\green0\\blue0;}";
-    while (rtf.size() < 10000) rtf += L"{\\b Gr\\'fc\\'dfe} aus M\\u252?nchen\\tab 12,50 \\u8364?\\par ";
+// Converts a document of about 10 KB made of `head`, `paragraph` repeated
+// and a closing brace.
+void ConvertRtf10K(benchmark::State& state, const wchar_t* head, const wchar_t* paragraph) {
+    std::wstring rtf = head;
+    while (rtf.size() < 10000) rtf += paragraph;
     rtf += L"}";
     std::wstring text;
     for (auto _ : state) {
@@ -40,20 +41,19 @@ void BM_RtfToText10K(benchmark::State& state) {
     }
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * rtf.size() * sizeof(wchar_t)));
 }
+
+// Font and colour tables, paragraphs, escapes.
+void BM_RtfToText10K(benchmark::State& state) {
+    ConvertRtf10K(state, L"{\\rtf1\\ansi{\\fonttbl{\\f0 Arial;}{\\f1 Courier;}}{\\colortbl;\\red255\\green0\\blue0;}",
+                  L"{\\b Gr\\'fc\\'dfe} aus M\\u252?nchen\\tab 12,50 \\u8364?\\par ");
+}
 BENCHMARK(BM_RtfToText10K);
 
-// A 10 KB Japanese document as the rich edit control writes it: every
-// character a Shift-JIS pair of \'hh bytes in a font with charset 128.
+// Japanese as the rich edit control writes it: every character a Shift-JIS
+// pair of \'hh bytes in a font with charset 128.
 void BM_RtfToTextShiftJis10K(benchmark::State& state) {
-    std::wstring rtf = L"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fcharset128 MS Mincho;}}\\f0 ";
-    while (rtf.size() < 10000) rtf += L"\\'82\\'a2\\'82\\'eb\\'82\\'cd\\'93\\'fa\\'96\\'7b\\'8c\\'ea\\'81\\'42\\par ";
-    rtf += L"}";
-    std::wstring text;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(qv::RtfToText(rtf, text));
-        benchmark::DoNotOptimize(text.data());
-    }
-    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * rtf.size() * sizeof(wchar_t)));
+    ConvertRtf10K(state, L"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fcharset128 MS Mincho;}}\\f0 ",
+                  L"\\'82\\'a2\\'82\\'eb\\'82\\'cd\\'93\\'fa\\'96\\'7b\\'8c\\'ea\\'81\\'42\\par ");
 }
 BENCHMARK(BM_RtfToTextShiftJis10K);
 

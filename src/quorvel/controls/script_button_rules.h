@@ -11,6 +11,8 @@
 
 #include <vector>
 
+#include "quorvel/common/box.h"
+
 namespace qv::script {
 
 // A button is its text's extent plus this much.
@@ -34,13 +36,7 @@ struct Box {
     bool operator==(const Box&) const = default;
 };
 
-struct Rect {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-    bool operator==(const Rect&) const = default;
-};
+using Rect = qv::Box;  // a rectangle in pixels, as a RECT
 
 // The size of a button whose text measures textCx x textCy.
 Size ButtonSize(int textCx, int textCy);

@@ -6,19 +6,11 @@
 #include <string>
 
 #include "quorvel/common/api.h"
+#include "quorvel/common/box.h"
 
 namespace qv::datefields {
 
-// A rectangle in pixels, right and bottom exclusive (as a RECT).
-struct Box {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-    int Width() const noexcept { return right - left; }
-    int Height() const noexcept { return bottom - top; }
-    bool operator==(const Box&) const = default;
-};
+using Box = qv::Box;  // a rectangle in pixels, as a RECT
 
 // The compound's two pickers: each 100 wide, 5 apart, 20 high at least.
 inline constexpr int kFieldWidth = 100;

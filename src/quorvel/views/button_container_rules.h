@@ -10,20 +10,13 @@
 #include <string>
 #include <vector>
 
+#include "quorvel/common/box.h"
+
 namespace qv::buttons {
 
 enum class Orientation { kHorizontal = 0, kVertical = 1 };
 
-// A rectangle in pixels, right and bottom exclusive (as a RECT).
-struct Box {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-    int Width() const noexcept { return right - left; }
-    int Height() const noexcept { return bottom - top; }
-    bool operator==(const Box&) const = default;
-};
+using Box = qv::Box;  // a rectangle in pixels, as a RECT
 
 struct Extent {
     int cx = 0;

@@ -12,6 +12,8 @@
 // turns its answers into window positions.
 #pragma once
 
+#include "quorvel/common/box.h"
+
 namespace qv::splitter {
 
 // The bar between the columns, and the gap it leaves between the panes.
@@ -43,16 +45,7 @@ inline constexpr int kFirstRight = 20;
 // The column-1 width kept while the right pane is collapsed (CacheSize).
 inline constexpr int kCollapsedSliver = 3;
 
-// A rectangle in pixels, right and bottom exclusive (as a RECT).
-struct Box {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-    int Width() const noexcept { return right - left; }
-    int Height() const noexcept { return bottom - top; }
-    bool operator==(const Box&) const = default;
-};
+using Box = qv::Box;  // a rectangle in pixels, as a RECT
 
 // The widths of column 0 and column 1.
 struct Widths {
