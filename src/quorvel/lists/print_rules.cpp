@@ -116,7 +116,9 @@ PageLayout ComputeLayout(const LayoutInput& in) {
     out.columnX.push_back(0);
     for (int w : in.widths) {
         sum += std::max(w, 0);
-        out.columnX.push_back(Clamp(static_cast<long long>(std::floor(static_cast<double>(sum) * out.scale))));
+        // The small nudge keeps an exact fit (300 px into 200 dots) from
+        // rounding down to one short of the area's edge.
+        out.columnX.push_back(Clamp(static_cast<long long>(std::floor(static_cast<double>(sum) * out.scale + 1e-7))));
     }
 
     const long long body = static_cast<long long>(in.areaHeight) - out.headerHeight - std::max(in.footerHeight, 0);
