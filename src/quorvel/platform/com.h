@@ -6,6 +6,7 @@
 #include <oleauto.h>
 #include <unknwn.h>
 
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -81,14 +82,58 @@ public:
         vt = VT_BSTR;
         bstrVal = ::SysAllocStringLen(s.data(), static_cast<UINT>(s.size()));
     }
+    // A null pointer gives an empty text, as the empty string would.
+    explicit Variant(const wchar_t* s) noexcept : Variant(std::wstring_view(s ? s : L"")) {}
     explicit Variant(long v) noexcept { ::VariantInit(this); vt = VT_I4; lVal = v; }
+    explicit Variant(int v) noexcept { ::VariantInit(this); vt = VT_I4; lVal = v; }
+    explicit Variant(long long v) noexcept { ::VariantInit(this); vt = VT_I8; llVal = v; }
+    explicit Variant(unsigned long long v) noexcept { ::VariantInit(this); vt = VT_UI8; ullVal = v; }
     explicit Variant(double v) noexcept { ::VariantInit(this); vt = VT_R8; dblVal = v; }
+    explicit Variant(bool v) noexcept { ::VariantInit(this); vt = VT_BOOL; boolVal = v ? VARIANT_TRUE : VARIANT_FALSE; }
+    // A copy of any VARIANT (VariantCopy; empty when the copy fails).
+    explicit Variant(const VARIANT& v) noexcept { ::VariantInit(this); ::VariantCopy(this, const_cast<VARIANT*>(&v)); }
     Variant(const Variant& o) noexcept { ::VariantInit(this); ::VariantCopy(this, const_cast<VARIANT*>(static_cast<const VARIANT*>(&o))); }
+    // Moving hands the value over and leaves the source empty.
+    Variant(Variant&& o) noexcept {
+        std::memcpy(static_cast<VARIANT*>(this), static_cast<VARIANT*>(&o), sizeof(VARIANT));
+        ::VariantInit(&o);
+    }
     Variant& operator=(const Variant& o) noexcept {
         if (this != &o) ::VariantCopy(this, const_cast<VARIANT*>(static_cast<const VARIANT*>(&o)));
         return *this;
     }
+    Variant& operator=(Variant&& o) noexcept {
+        if (this != &o) {
+            ::VariantClear(this);
+            std::memcpy(static_cast<VARIANT*>(this), static_cast<VARIANT*>(&o), sizeof(VARIANT));
+            ::VariantInit(&o);
+        }
+        return *this;
+    }
     ~Variant() { ::VariantClear(this); }
+
+    // A date and time (VT_DATE); a DATE is a double, so it has a factory of
+    // its own rather than a constructor.
+    static Variant FromDate(DATE date) noexcept {
+        Variant v;
+        v.vt = VT_DATE;
+        v.date = date;
+        return v;
+    }
+    // The database null (VT_NULL).
+    static Variant Null() noexcept {
+        Variant v;
+        v.vt = VT_NULL;
+        return v;
+    }
+
+    // VarCmp of this value with `other`: VARCMP_LT, VARCMP_EQ or VARCMP_GT,
+    // VARCMP_NULL when one of them is null, or the error of two values that
+    // do not compare. Two nulls are equal.
+    HRESULT Compare(const VARIANT& other, LCID lcid = LOCALE_USER_DEFAULT, ULONG flags = 0) const noexcept {
+        if (vt == VT_NULL && other.vt == VT_NULL) return VARCMP_EQ;
+        return ::VarCmp(const_cast<Variant*>(this), const_cast<VARIANT*>(&other), lcid, flags);
+    }
 
     HRESULT Clear() noexcept { return ::VariantClear(this); }
     // Converts in place (VariantChangeType with the user's locale rules).
