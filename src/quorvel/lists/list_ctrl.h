@@ -1,0 +1,244 @@
+// XBaseListCtrl: the report list whose rows are typed values, and
+// XSrtHeaderCtrl, its header with the sort arrow.
+//
+// A form creates the list (or subclasses a list view of its dialog), inserts
+// the columns as for any list view (InsertColumn), and adds rows with
+// AddEntry: one value (qv::Variant) per column. The list keeps the values,
+// not texts: each cell's text is made when the list view asks for it, a date
+// in the user's date and time format, any other value as VariantChangeType
+// turns it into text (a value that has no text, such as a null, shows
+// nothing).
+//
+// Columns and keys: the first row the list takes gives every value column a
+// key, its header item's index at that moment, kept in the header item's
+// data; a row's values are stored by key. The key moves with its column when
+// the user drags the column elsewhere, so GetData(row, column) and the
+// comparisons of a sort name a column by the index it had when the first
+// row came in.
+//
+// The image column: a list given an image list (AssignImageList, before its
+// window is created or subclassed) shows the row's image in column 0, which
+// holds no value, is never sorted, and can be neither resized nor dragged,
+// nor can another column be dragged in front of it. Each row then has one
+// value fewer than the header has columns, and must name an image.
+//
+// Sorting: a click on a column title sorts by that column's values (VarCmp
+// in the user's locale; values that do not compare, like a text against a
+// null, count as equal, and equal rows keep no particular order). The list
+// has one direction for all its columns: the first click sorts ascending and
+// every further click, on any column, turns the direction round. The header
+// draws an arrow in the sort column.
+//
+// Selection: a list created by Create allows one selected row; a list view
+// subclassed from a dialog keeps the selection mode of its template.
+//
+// Printing and the clipboard: a right click offers "Print", "Preview" and
+// "Copy to clipboard" when the list has a print-list object
+// (print_list.h). The list hands the object its columns in display order
+// (PrintListSetColNameSize) and their cells column by column
+// (PrintListSetItemData), then asks it to print, preview or copy. The
+// object: whatever the host last gave SetGenListObject; a list whose host
+// never called SetGenListObject before its window was created or subclassed
+// takes the library's own XPrintListObject then. SetGenListObject(nullptr)
+// leaves the list without an object, and so without the menu.
+//
+// Row data and lifetime: each row's values live in a map that the list
+// owns, in the item's data; each key in its header item's data. Nothing of
+// it leaks, whoever deletes the rows and whatever goes first:
+//  - DeleteRow and ChangeEntry free the row they take out; so does a host
+//    that deletes rows itself (LVM_DELETEITEM, LVM_DELETEALLITEMS): the list
+//    frees a row when the list view reports its deletion to the parent. A
+//    row whose deletion fails keeps its values.
+//  - When the window is destroyed (WM_DESTROY), every key and row is freed.
+//  - Destroying the object first destroys a window it created; a window it
+//    subclassed is left with its columns but without rows, keys or object.
+// This relies on the list view's notifications reaching the list through
+// its parent, as they do for any parent the list was created on or attached
+// under; DeleteRow frees its row even when they do not.
+//
+// Every public operation answers false (or nothing) on failure, never
+// throws, and is a safe no-op on an object without a live window.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+#include <oaidl.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "quorvel/common/api.h"
+#include "quorvel/lists/print_list.h"
+#include "quorvel/platform/com.h"
+#include "quorvel/platform/controls.h"
+
+namespace qv {
+class ImageList;
+}
+
+// What a sort hands its comparison: the direction (true = ascending), the
+// clicked column (header item index) and the list's header.
+class QV_API XClickData {
+public:
+    XClickData(int column, bool ascending, qv::HeaderCtrl* header) noexcept
+        : m_bSortDirection(ascending), m_iColumnNumber(column), m_pHeaderCtrl(header) {}
+    XClickData(const XClickData&) noexcept = default;
+    XClickData& operator=(const XClickData&) noexcept = default;
+
+    int GetColumnNumber() const noexcept { return m_iColumnNumber; }
+    bool GetSortDirection() const noexcept { return m_bSortDirection; }
+    qv::HeaderCtrl* GetHeaderCtrl() const noexcept { return m_pHeaderCtrl; }
+
+private:
+    bool m_bSortDirection;
+    int m_iColumnNumber;
+    qv::HeaderCtrl* m_pHeaderCtrl;
+};
+
+// The list's header: draws its items itself once one of them is the sort
+// column, with the title and, in the sort column, an arrow pointing up for
+// ascending and down for descending.
+class QV_API XSrtHeaderCtrl : public qv::HeaderCtrl {
+public:
+    XSrtHeaderCtrl() noexcept = default;
+
+    // Makes `column` the sort column in `ascending` direction: its item
+    // becomes owner-drawn and the header is repainted. A column that was the
+    // sort column before stays owner-drawn and is drawn without arrow.
+    // Answers the previous sort column (-1: none). Setting the same column
+    // and direction again while the item is still owner-drawn changes
+    // nothing and costs nothing, so a sort may call it for every comparison.
+    int SetSortColumn(int column, bool ascending);
+    int GetSortColumn() const noexcept { return m_iSortColumn; }
+    bool IsSortAscending() const noexcept { return m_bSortAscending; }
+
+protected:
+    LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
+    bool OnReflectDrawItem(DRAWITEMSTRUCT* dis) override;  // WM_DRAWITEM
+    // Draws item `dis->itemID`: button face, title, and the arrow in the
+    // sort column.
+    virtual void DrawItem(DRAWITEMSTRUCT* dis);
+
+    int m_iSortColumn = -1;
+    bool m_bSortAscending = true;
+
+private:
+    friend class XBaseListCtrl;
+    // The item last made owner-drawn by SetSortColumn, while no message that
+    // can change item formats has reached the header since (-1: none).
+    int m_iOwnerDrawn = -1;
+};
+
+class QV_API XBaseListCtrl : public qv::ListCtrl {
+public:
+    // A row's values by column key.
+    using RowData = std::map<int, qv::Variant>;
+
+    // The context menu's commands.
+    enum : int { kMenuPrint = 10000, kMenuPreview = 10010, kMenuCopy = 10020 };
+    // LVS_EX_HEADERDRAGDROP | LVS_EX_FULLROWSELECT | LVS_EX_UNDERLINEHOT
+    enum : DWORD { kExtendedStyle = 0x830 };
+
+    XBaseListCtrl() noexcept;
+    ~XBaseListCtrl() override;
+
+    // Subclasses a host's list view and sets it up as Create does, except
+    // that it keeps its selection mode. False as for qv::Window.
+    bool Attach(HWND hwnd);
+    bool (SubclassWindow)(HWND hwnd) { return Attach(hwnd); }
+    bool SubclassDlgItem(UINT id, HWND parent);
+
+    // Gives the list an image list for its image column (not owned; it must
+    // outlive the list's window). Taken only once, only a list with a
+    // handle, and used only when the window is created or subclassed
+    // afterwards.
+    bool AssignImageList(qv::ImageList* list);
+
+    // Inserts a row at `row` with one value per value column (in column
+    // order) and, with an image list, image `image` (which may not be -1);
+    // without one `image` must be negative. False when the row does not fit
+    // the columns or cannot be inserted.
+    bool AddEntry(std::vector<qv::Variant> values, int row, int image);
+    // Replaces row `row` (0 <= row < count) by a new one at the same
+    // position; the row's selection and other states are not kept.
+    bool ChangeEntry(std::vector<qv::Variant> values, int row, int image);
+    // Deletes row `row` with its values; false for a row that is not there
+    // or has no values, or when the list view refuses.
+    bool DeleteRow(int row);
+    // The value of row `row` in the column with key `column`. Bounds are
+    // checked with row <= item count and column <= column count, so the
+    // row one past the end is looked for and not found.
+    bool GetData(int row, int column, qv::Variant& out);
+    // The value in the column with key `column` of the first selected row
+    // that has one.
+    bool GetSelData(int column, qv::Variant& out);
+    // Selects row `row` and unselects every other row; focus and scrolling
+    // stay. True when any row's state was set.
+    bool SelectRow(int row);
+
+    // The print-list object for the context menu (held counted; null: none).
+    void SetGenListObject(IZTPrintGenericListObject* object);
+    // Hands the columns' names, display positions, alignments and widths to
+    // `object` (null: the list's own), in display order.
+    bool PrintListSetColNameSize(IZTPrintGenericListObject* object);
+    // Hands the cells to `object` (null: the list's own), one display column
+    // after the other, top row first.
+    bool PrintListSetItemData(IZTPrintGenericListObject* object);
+
+    XSrtHeaderCtrl& GetSortHeader() noexcept { return m_ctlHeader; }
+
+protected:
+    LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
+    int OnCreate(CREATESTRUCTW* cs) override;                      // WM_CREATE
+    void OnDestroy() override;                                     // WM_DESTROY
+    // Moves the window a pixel wider and back, so it lays out and paints afresh.
+    void OnSetFocus(HWND oldFocus) override;                       // WM_SETFOCUS
+    // The context menu's commands.
+    BOOL OnCommand(WPARAM wp, LPARAM lp) override;                 // WM_COMMAND
+    // Keeps the image column in place: its header item is neither resized,
+    // clicked nor dragged, and no column is dropped in front of it.
+    BOOL OnNotify(WPARAM wp, LPARAM lp, LRESULT* result) override; // WM_NOTIFY (header)
+    bool OnReflectNotify(NMHDR* hdr, LRESULT* result) override;    // WM_NOTIFY (reflected)
+    virtual LRESULT OnColumnclick(NMLISTVIEW* info);               // LVN_COLUMNCLICK
+    virtual LRESULT OnGetdispinfo(NMLVDISPINFOW* info);            // LVN_GETDISPINFOW
+    virtual LRESULT OnRclick(NMHDR* hdr);                          // NM_RCLICK
+
+    // The held object's columns and cells; false without an object.
+    bool CreatePrintData();
+    // Frees every key and row (the items and header items keep their data
+    // pointers; the window is going).
+    void FreeMemory();
+    // Frees `count` strings of `array`, the last first.
+    void DeleteBSTR(unsigned long count, BSTR* array);
+    // The sort's comparison of two rows' data; `clickData` is an XClickData*.
+    static int CALLBACK CompareFunc(LPARAM rowData1, LPARAM rowData2, LPARAM clickData);
+
+    bool m_bColumnsNotKeyed = true;
+    XSrtHeaderCtrl m_ctlHeader;
+    qv::ImageList* m_pImageList = nullptr;
+    bool m_bSortDirection = false;
+    qv::ComPtr<IZTPrintGenericListObject> m_pGenListObject;
+    std::map<int, std::wstring> m_mapMenu;
+    std::wstring m_strDisplayText;
+
+private:
+    void SetUpWindow(bool created);
+    HWND HeaderWindow() const;
+    // The key kept in header item `item`, or null.
+    const int* KeyOf(int item) const;
+    RowData* RowOf(int row) const;
+    // The notifications of rows deleted by the list view.
+    void OnDeleteItem(LPARAM data);
+    void OnDeleteAllItems();
+    bool ReadOrder(int count, std::vector<int>& order) const;
+    HBITMAP RowBitmap(int row) const;
+
+    // The host chose the print-list object (SetGenListObject was called).
+    bool m_bGenListObjectChosen = false;
+    // Every row has been freed (the window is going, or all rows are being
+    // deleted): deletions the list view reports are then not freed again.
+    bool m_bRowsReleased = false;
+    // The row data freed by the last deletion notification.
+    LPARAM m_lastReleasedRow = 0;
+};
