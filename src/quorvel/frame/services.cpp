@@ -1,5 +1,6 @@
 #include "quorvel/frame/services.h"
 
+#include <commdlg.h>
 #include <shellapi.h>
 
 #include <cstdio>
@@ -117,6 +118,31 @@ int PlatformMessageBox::Show(HWND parent, const wchar_t* caption, const wchar_t*
 INT_PTR PlatformShell::Execute(HWND parent, const wchar_t* verb, const wchar_t* file, const wchar_t* parameters,
                                const wchar_t* directory, int show) {
     return reinterpret_cast<INT_PTR>(::ShellExecuteW(parent, verb, file, parameters, directory, show));
+}
+
+// ---- PlatformPrintDialog -----------------------------------------------------------
+
+// PrintDlgW rather than PrintDlgExW: it needs no owner window, and a list
+// printed from a host without one still gets its dialog.
+HDC PlatformPrintDialog::ChoosePrinter(HWND owner, std::wstring& deviceName) try {
+    deviceName.clear();
+    PRINTDLGW pd{};
+    pd.lStructSize = sizeof(pd);
+    pd.hwndOwner = owner;
+    pd.Flags = PD_RETURNDC | PD_ALLPAGES | PD_NOPAGENUMS | PD_NOSELECTION | PD_USEDEVMODECOPIESANDCOLLATE;
+    HDC dc = ::PrintDlgW(&pd) ? pd.hDC : nullptr;
+    if (pd.hDC && !dc) ::DeleteDC(pd.hDC);
+    if (dc && pd.hDevNames) {
+        if (const auto* names = static_cast<const DEVNAMES*>(::GlobalLock(pd.hDevNames))) {
+            deviceName = reinterpret_cast<const wchar_t*>(names) + names->wDeviceOffset;
+            ::GlobalUnlock(pd.hDevNames);
+        }
+    }
+    if (pd.hDevMode) ::GlobalFree(pd.hDevMode);
+    if (pd.hDevNames) ::GlobalFree(pd.hDevNames);
+    return dc;
+} catch (...) {
+    return CaughtAtEdge(" qv::PlatformPrintDialog::ChoosePrinter", __LINE__, static_cast<HDC>(nullptr));
 }
 
 // ---- MemoryLogBook ----------------------------------------------------------------
@@ -253,6 +279,7 @@ struct Installed {
     IConversionService* conversion = nullptr;
     ISettingsService* settings = nullptr;
     IShellService* shell = nullptr;
+    IPrintDialogService* printDialog = nullptr;
 };
 Installed& Slots() {
     static Installed slots;
@@ -269,6 +296,10 @@ LocaleConversion& DefaultConversion() {
 PlatformShell& DefaultShell() {
     static PlatformShell shell;
     return shell;
+}
+PlatformPrintDialog& DefaultPrintDialog() {
+    static PlatformPrintDialog printDialog;
+    return printDialog;
 }
 }  // namespace
 
@@ -295,6 +326,9 @@ IConversionService& Services::Conversion() {
 }
 ISettingsService& Services::Settings() { return Slots().settings ? *Slots().settings : DefaultSettings(); }
 IShellService& Services::Shell() { return Slots().shell ? *Slots().shell : DefaultShell(); }
+IPrintDialogService& Services::PrintDialog() {
+    return Slots().printDialog ? *Slots().printDialog : DefaultPrintDialog();
+}
 
 void Services::SetTranslation(ITranslationService* s) { Slots().translation = s; }
 void Services::SetMessageBoxes(IMessageBoxService* s) { Slots().boxes = s; }
@@ -302,5 +336,6 @@ void Services::SetLogBook(ILogBookService* s) { Slots().log = s; }
 void Services::SetConversion(IConversionService* s) { Slots().conversion = s; }
 void Services::SetSettings(ISettingsService* s) { Slots().settings = s; }
 void Services::SetShell(IShellService* s) { Slots().shell = s; }
+void Services::SetPrintDialog(IPrintDialogService* s) { Slots().printDialog = s; }
 
 }  // namespace qv

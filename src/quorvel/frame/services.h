@@ -1,8 +1,9 @@
 // The library's services: what it needs from the host application's sibling
 // libraries (translation, message boxes, the error log book, conversions,
-// session settings, the shell), each behind one interface that the host can
-// replace. Every service has an embedded default that works standalone, so
-// the library runs in any Win32 program without the host's libraries.
+// session settings, the shell, the print dialog), each behind one interface
+// that the host can replace. Every service has an embedded default that
+// works standalone, so the library runs in any Win32 program without the
+// host's libraries.
 //
 // The operations that controls call (CoTranslateText, CoErrorBox,
 // XZTError::WriteErrorToLogBook, String2Double, ...) are declared in
@@ -96,6 +97,18 @@ public:
                             const wchar_t* directory, int show) = 0;
 };
 
+// ---- Print dialog -------------------------------------------------------------
+
+class QV_API IPrintDialogService {
+public:
+    virtual ~IPrintDialogService() = default;
+    // Lets the user choose a printer (the system's print dialog with
+    // PD_RETURNDC): answers a printer DC that the caller deletes (DeleteDC)
+    // and the printer's name in `deviceName`, or null when the user cancelled
+    // or no printer could be opened.
+    virtual HDC ChoosePrinter(HWND owner, std::wstring& deviceName) = 0;
+};
+
 // ---- The embedded defaults ----------------------------------------------------
 
 // Identity, or a catalog of translations the host loads.
@@ -186,6 +199,12 @@ public:
                     const wchar_t* directory, int show) override;
 };
 
+// The system's print dialog.
+class QV_API PlatformPrintDialog : public IPrintDialogService {
+public:
+    HDC ChoosePrinter(HWND owner, std::wstring& deviceName) override;
+};
+
 // ---- The registry of services ---------------------------------------------------
 
 class QV_API Services {
@@ -196,6 +215,7 @@ public:
     static IConversionService& Conversion();
     static ISettingsService& Settings();
     static IShellService& Shell();
+    static IPrintDialogService& PrintDialog();
 
     static void SetTranslation(ITranslationService* service);
     static void SetMessageBoxes(IMessageBoxService* service);
@@ -203,6 +223,7 @@ public:
     static void SetConversion(IConversionService* service);
     static void SetSettings(ISettingsService* service);
     static void SetShell(IShellService* service);
+    static void SetPrintDialog(IPrintDialogService* service);
 
     // The embedded defaults themselves (to load a catalog, read the log, fill
     // the settings store).

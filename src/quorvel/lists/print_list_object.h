@@ -22,7 +22,8 @@
 //    form name as the document's name: columns shrunk to the paper's width
 //    when they are wider (never enlarged beyond their size on screen), the
 //    header row on every page, texts too long for their cell cut with "...",
-//    the page number in the footer, the bitmap column's pictures drawn.
+//    the form name and "Page n of m" in the footer, the bitmap column's
+//    pictures drawn (under an empty title: a list calls it "Bitmap").
 //
 // Answers: S_OK when done; S_FALSE when there is nothing to do (no columns
 // handed over) or the user cancelled the print dialog; a failure code when

@@ -1,9 +1,11 @@
-// Test seams behind the library's services: message boxes and shell-execute
-// are recorded instead of shown or run, so no test ever blocks.
+// Test seams behind the library's services: message boxes, shell-execute and
+// the print dialog are recorded instead of shown or run, so no test ever
+// blocks.
 #pragma once
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -37,22 +39,39 @@ public:
     INT_PTR answer = 42;
 };
 
-// Installs both recorders for its lifetime and clears the log book.
+// Stands in for the print dialog: records the owner and answers the DC that
+// `choose` makes (null, or no `choose`: the user cancelled).
+class PrintDialogRecorder : public qv::IPrintDialogService {
+public:
+    HDC ChoosePrinter(HWND owner, std::wstring& deviceName) override {
+        owners.push_back(owner);
+        deviceName = device;
+        return choose ? choose() : nullptr;
+    }
+    std::vector<HWND> owners;
+    std::function<HDC()> choose;
+    std::wstring device;
+};
+
+// Installs the recorders for its lifetime and clears the log book.
 class Recorders {
 public:
     Recorders() {
         qv::Services::SetMessageBoxes(&boxes);
         qv::Services::SetShell(&shell);
+        qv::Services::SetPrintDialog(&printDialog);
         qv::Services::DefaultLogBook().Clear();
     }
     ~Recorders() {
         qv::Services::SetMessageBoxes(nullptr);
         qv::Services::SetShell(nullptr);
+        qv::Services::SetPrintDialog(nullptr);
     }
     Recorders(const Recorders&) = delete;
     Recorders& operator=(const Recorders&) = delete;
     MessageBoxRecorder boxes;
     ShellRecorder shell;
+    PrintDialogRecorder printDialog;
 };
 
 }  // namespace qvtest
