@@ -11,7 +11,8 @@ cd "$(dirname "$0")"
 root=$(pwd)
 
 packages=(cmake ninja-build g++ googletest libgtest-dev libbenchmark-dev clang libclang-rt-14-dev
-          g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev wine wine64 xvfb xauth imagemagick python3)
+          g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev wine wine64 xvfb xauth imagemagick python3
+          cups printer-driver-cups-pdf poppler-utils)
 
 need_packages() {
   local missing=()

@@ -19,7 +19,7 @@ if(PROJECT_IS_TOP_LEVEL)
 endif()
 
 set(QV_SYSTEM_LIBS comctl32 comdlg32 shell32 shlwapi ole32 oleaut32 uuid gdi32 user32
-                   advapi32 msvfw32 windowscodecs msimg32)
+                   advapi32 msvfw32 windowscodecs msimg32 winspool)
 
 # ---- The library ------------------------------------------------------------
 add_library(quorvel SHARED ${QV_MODEL_SOURCES} ${QV_WIN_SOURCES} ${QV_ROOT}/src/resources/quorvel.rc)
@@ -95,6 +95,14 @@ if(QV_BUILD_TESTS)
     add_test(NAME wine.${name} COMMAND qvw_${name})
     set_tests_properties(wine.${name} PROPERTIES TIMEOUT 300)
   endforeach()
+  # Printing to a real printer: a CUPS PDF queue that the script sets up when
+  # the machine has CUPS (skipped otherwise), the PDF read back with poppler.
+  if(TEST wine.print_list_object_test)
+    add_test(NAME wine.print_to_pdf
+             COMMAND sh ${QV_ROOT}/tests/win/print_to_pdf.sh ${QV_BINARY_ROOT}/winrun.sh
+                     $<TARGET_FILE:qvw_print_list_object_test>)
+    set_tests_properties(wine.print_to_pdf PROPERTIES TIMEOUT 240 SKIP_RETURN_CODE 77)
+  endif()
   # The soak fills the handle tables to count what is left, many times over:
   # it takes minutes, not seconds.
   if(TEST wine.soak_test)
