@@ -556,7 +556,15 @@ TEST_F(PrintListObjectTest, PreviewShowsPagesZoomsAndClosesCleanly) {
             Click(preview, 104);
             EXPECT_EQ(ItemText(preview, 111), L"200 %");
         },
-        [&](HWND preview) { Click(preview, IDCANCEL); },  // Close
+        [&](HWND preview) {
+            // "Print" asks the dialog with the preview as its owner; cancelled
+            // or failed, the preview stays open.
+            Click(preview, 100);
+            ASSERT_EQ(rec_->printDialog.owners.size(), 1u);
+            EXPECT_EQ(rec_->printDialog.owners[0], preview);
+            EXPECT_TRUE(::IsWindow(preview));
+            Click(preview, IDCANCEL);  // Close
+        },
     });
     qv::Services::DefaultTranslation().Clear();
     EXPECT_EQ(run.steps, 4u);
