@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
-#include <utility>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "quorvel/common/boundary.h"
@@ -424,17 +424,17 @@ bool XPrintListObject::DrawPage(HDC dc, const RECT& area, int page, const wchar_
     return qv::CaughtAtEdge(" XPrintListObject::DrawPage", __LINE__, false);
 }
 
-namespace {
-
-// The area inside the margins of a printer DC, in its device units.
-RECT PrinterArea(HDC dc) {
+RECT XPrintListObject::GetPrintArea(HDC dc) {
+    if (!dc) return RECT{};
     const pl::Rect r = pl::MarginArea(::GetDeviceCaps(dc, PHYSICALWIDTH), ::GetDeviceCaps(dc, PHYSICALHEIGHT),
                                       ::GetDeviceCaps(dc, PHYSICALOFFSETX), ::GetDeviceCaps(dc, PHYSICALOFFSETY),
                                       ::GetDeviceCaps(dc, HORZRES), ::GetDeviceCaps(dc, VERTRES),
                                       ::GetDeviceCaps(dc, LOGPIXELSX), ::GetDeviceCaps(dc, LOGPIXELSY),
-                                      XPrintListObject::kMarginMm);
+                                      kMarginMm);
     return RECT{r.left, r.top, r.right, r.bottom};
 }
+
+namespace {
 
 std::wstring DocumentName(BSTR formName) {
     std::wstring name = pl::FlatCell(FromBstr(formName));
@@ -445,7 +445,7 @@ std::wstring DocumentName(BSTR formName) {
 
 int XPrintListObject::PrintToDC(HDC dc, const wchar_t* docName) const try {
     if (!dc) return -1;
-    const RECT area = PrinterArea(dc);
+    const RECT area = GetPrintArea(dc);
     const int pages = GetPageCount(dc, area);
     if (pages <= 0) return 0;
     DOCINFOW info{};
@@ -585,7 +585,7 @@ public:
             m_width = ::GetDeviceCaps(m_ref, PHYSICALWIDTH);
             m_height = ::GetDeviceCaps(m_ref, PHYSICALHEIGHT);
             const int ox = ::GetDeviceCaps(m_ref, PHYSICALOFFSETX), oy = ::GetDeviceCaps(m_ref, PHYSICALOFFSETY);
-            const RECT a = PrinterArea(m_ref);
+            const RECT a = XPrintListObject::GetPrintArea(m_ref);
             m_area = RECT{a.left + ox, a.top + oy, a.right + ox, a.bottom + oy};
         } else {
             if (m_printer) ::DeleteDC(std::exchange(m_printer, nullptr));

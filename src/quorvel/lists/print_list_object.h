@@ -83,6 +83,9 @@ public:
     // page's rows and the footer ("title" at the left, "Page n of m" at the
     // right). The preview, printing and tests all draw with it.
     bool DrawPage(HDC dc, const RECT& area, int page, const wchar_t* title) const;
+    // The rectangle inside the margins (kMarginMm from the paper's edges) on
+    // a printer DC, in its device units: where PrintToDC draws the pages.
+    static RECT GetPrintArea(HDC dc);
     // Prints every page to a printer DC that the caller made and deletes:
     // StartDocW with `docName`, one StartPage/EndPage per page, EndDoc.
     // Answers the pages printed, or -1 when the device refused (AbortDoc).
