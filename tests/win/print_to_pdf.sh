@@ -6,8 +6,8 @@
 #   print_to_pdf.sh <winrun.sh> <qvw_print_list_object_test.exe>
 #
 # The printer ("QuorvelPDF", cups-pdf) is set up on the way when it is
-# missing, and the CUPS scheduler started when it is not running (as root,
-# without systemd). Without CUPS, cups-pdf or poppler, or when the scheduler
+# missing, and the CUPS scheduler started for the run when it is not running
+# (as root, without systemd). Without CUPS, cups-pdf or poppler, or when the scheduler
 # does not come up, the test is skipped (exit 77) with the reason; every CUPS
 # command is time-limited, so nothing here waits long.
 set -u
@@ -26,13 +26,18 @@ for tool in cupsd lpadmin lpstat pdfinfo pdftotext; do
 done
 [ -x /usr/lib/cups/backend/cups-pdf ] || skip "the cups-pdf backend is not installed"
 
+# A scheduler started here is stopped again at the end.
+cupsd_pid=
+stop_cupsd() { if [ -n "$cupsd_pid" ]; then kill "$cupsd_pid" 2>/dev/null; fi; }
 if ! scheduler_up; then
   [ "$(id -u)" = 0 ] || skip "the CUPS scheduler is not running and only root may start it here"
   mkdir -p /run/cups
-  # cupsd puts itself in the background once it listens.
-  timeout 15 cupsd >/dev/null 2>&1 || skip "cupsd does not start"
+  # In the foreground under our control, so it can be stopped by its id.
+  cupsd -f >/dev/null 2>&1 &
+  cupsd_pid=$!
+  trap stop_cupsd EXIT
   for _ in $(seq 1 50); do scheduler_up && break; sleep 0.2; done
-  scheduler_up || skip "cupsd started but does not answer"
+  scheduler_up || skip "cupsd does not start or does not answer"
 fi
 
 if ! timeout 5 lpstat -p "$queue" >/dev/null 2>&1; then
@@ -52,7 +57,7 @@ outdir=$(printf '%s' "$out" | sed "s|\${HOME}|$home|g; s|\${USER}|$(id -un)|g")
 doc="QuorvelPrintTest$$"
 rm -f "$outdir/$doc"*.pdf
 log=$(mktemp)
-trap 'rm -f "$log"' EXIT
+trap 'rm -f "$log"; stop_cupsd' EXIT
 QV_PRINT_QUEUE=$queue QV_PRINT_DOC=$doc "$winrun" "$exe" --gtest_filter='*PrintsToARealQueue' >"$log" 2>&1
 status=$?
 cat "$log"
@@ -71,7 +76,7 @@ for _ in $(seq 1 120); do
   sleep 0.5
 done
 [ -n "$pdf" ] || fail "no PDF from $queue in $outdir after 60 s"
-trap 'rm -f "$log" "$pdf"' EXIT
+trap 'rm -f "$log" "$pdf"; stop_cupsd' EXIT
 
 got=$(pdfinfo "$pdf" | sed -n 's/^Pages:[[:space:]]*//p')
 echo "PDF: $pdf, $got pages, $pages laid out"
@@ -91,3 +96,4 @@ while [ $p -le "$pages" ]; do
   p=$((p + 1))
 done
 echo "OK: $pages pages printed through $queue"
+exit 0
