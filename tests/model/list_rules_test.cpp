@@ -1,6 +1,6 @@
 // The report list's rules: which rows fit, the sort order from a value
-// comparison, header titles and the sort arrow's lines, the export plan and
-// its alignment codes, and a cell's text found by its column key.
+// comparison, alignments from header formats, the sort arrow's lines, the
+// export plan and its alignment codes, and a cell's text by its column key.
 #include "quorvel/lists/list_rules.h"
 
 #include <gtest/gtest.h>
@@ -51,24 +51,6 @@ TEST(ListRulesTest, HeaderFormatsGiveAlignmentCodesAndTextFlagsWithCentreWinning
         EXPECT_EQ(ql::AlignmentFromFormat(c.format), c.code) << c.format;
         EXPECT_EQ(ql::HeaderTextFlags(c.format), c.flags) << c.format;
     }
-}
-
-TEST(ListRulesTest, TheTitleMovesWhenPressedAndKeepsClearOfTheArrow) {
-    const qv::Box item{100, 0, 200, 20};
-    const struct { bool pressed, sort; qv::Box text; } cases[] = {
-        {false, false, {106, 0, 194, 20}},
-        {true, false, {107, 2, 195, 20}},
-        {false, true, {106, 0, 176, 20}},
-        {true, true, {107, 2, 177, 20}},
-    };
-    for (const auto& c : cases) {
-        const qv::Box got = ql::HeaderTextBox(item, 6, c.pressed, c.sort);
-        EXPECT_EQ(got, c.text) << "pressed " << c.pressed << " sort " << c.sort << ": " << got.left << ","
-                               << got.top << "," << got.right << "," << got.bottom;
-    }
-    // A narrow sort column leaves no room for its title.
-    const qv::Box narrow = ql::HeaderTextBox(qv::Box{0, 0, 30, 20}, 6, false, true);
-    EXPECT_GE(narrow.left, narrow.right);
 }
 
 TEST(ListRulesTest, TheArrowIsTwoStrokesNearTheRightEdge) {

@@ -11,6 +11,7 @@
 #include "quorvel/frame/siblings.h"
 #include "quorvel/frame/zt_lang.h"
 #include "quorvel/lists/list_rules.h"
+#include "quorvel/lists/print_list_object.h"
 #include "quorvel/platform/datetime.h"
 #include "quorvel/platform/gdi.h"
 #include "quorvel/platform/imagelist.h"
@@ -34,10 +35,6 @@ constexpr wchar_t kPreview[] = L"Preview";
 constexpr wchar_t kCopy[] = L"Copy to clipboard";
 constexpr wchar_t kFormName[] = L"genformname";
 
-// The header's item count, or 0 without a header.
-int ItemCount(HWND header) {
-    return header ? static_cast<int>(::SendMessageW(header, HDM_GETITEMCOUNT, 0, 0)) : 0;
-}
 
 bool IsReportView(HWND list) {
     return (static_cast<DWORD>(::GetWindowLongPtrW(list, GWL_STYLE)) & LVS_TYPEMASK) == LVS_REPORT;
@@ -119,12 +116,43 @@ LRESULT XSrtHeaderCtrl::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
     case HDM_INSERTITEMW:
     case HDM_INSERTITEMA:
     case HDM_DELETEITEM:
-        m_iOwnerDrawn = -1;  // an item's format may change
+    case WM_DESTROY:
+        ForgetItems();  // an item's format, data or place may change
         break;
     default:
         break;
     }
     return qv::HeaderCtrl::WindowProc(msg, wp, lp);
+}
+
+void XSrtHeaderCtrl::ForgetItems() noexcept {
+    m_iOwnerDrawn = -1;
+    m_bItemsKnown = false;
+}
+
+int XSrtHeaderCtrl::CachedItemCount() {
+    if (!m_hWnd) return 0;
+    if (!m_bItemsKnown) {
+        const int count = GetItemCount();
+        m_itemData.assign(static_cast<size_t>(count > 0 ? count : 0), 0);
+        m_itemDataRead.assign(m_itemData.size(), false);
+        m_bItemsKnown = true;
+    }
+    return static_cast<int>(m_itemData.size());
+}
+
+bool XSrtHeaderCtrl::CachedItemData(int item, LPARAM& data) {
+    if (item < 0 || item >= CachedItemCount()) return false;
+    const size_t i = static_cast<size_t>(item);
+    if (!m_itemDataRead[i]) {
+        HDITEMW hdi{};
+        hdi.mask = HDI_LPARAM;
+        if (!GetItem(item, &hdi)) return false;
+        m_itemData[i] = hdi.lParam;
+        m_itemDataRead[i] = true;
+    }
+    data = m_itemData[i];
+    return true;
 }
 
 bool XSrtHeaderCtrl::OnReflectDrawItem(DRAWITEMSTRUCT* dis) {
@@ -234,9 +262,15 @@ void XBaseListCtrl::SetUpWindow(bool created) {
     HWND header = GetHeaderCtrl();
     if (header && m_ctlHeader.m_hWnd != header) {
         if (m_ctlHeader.m_hWnd) m_ctlHeader.Detach();
+        m_ctlHeader.ForgetItems();
         m_ctlHeader.Attach(header);
     }
     m_bRowsReleased = false;
+    // A host that never chose a print-list object gets the library's own.
+    if (!m_bGenListObjectChosen && !m_pGenListObject) {
+        IZTPrintGenericListObject* object = nullptr;
+        if (SUCCEEDED(XPrintListObject::CreateInstance(&object))) m_pGenListObject.Attach(object);
+    }
 }
 
 void XBaseListCtrl::OnDestroy() {
@@ -270,14 +304,26 @@ HWND XBaseListCtrl::HeaderWindow() const {
     return IsWindow() ? GetHeaderCtrl() : nullptr;
 }
 
+int XBaseListCtrl::ItemCount(HWND header) const {
+    if (!header) return 0;
+    if (header == m_ctlHeader.m_hWnd) return const_cast<XSrtHeaderCtrl&>(m_ctlHeader).CachedItemCount();
+    return static_cast<int>(::SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
+}
+
 const int* XBaseListCtrl::KeyOf(int item) const {
     HWND header = HeaderWindow();
     if (!header) return nullptr;
-    HDITEMW hdi{};
-    hdi.mask = HDI_LPARAM;
-    if (!::SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&hdi)))
-        return nullptr;
-    return reinterpret_cast<const int*>(hdi.lParam);
+    LPARAM data = 0;
+    if (header == m_ctlHeader.m_hWnd) {
+        if (!const_cast<XSrtHeaderCtrl&>(m_ctlHeader).CachedItemData(item, data)) return nullptr;
+    } else {
+        HDITEMW hdi{};
+        hdi.mask = HDI_LPARAM;
+        if (!::SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&hdi)))
+            return nullptr;
+        data = hdi.lParam;
+    }
+    return reinterpret_cast<const int*>(data);
 }
 
 XBaseListCtrl::RowData* XBaseListCtrl::RowOf(int row) const {
@@ -489,11 +535,17 @@ int CALLBACK XBaseListCtrl::CompareFunc(LPARAM rowData1, LPARAM rowData2, LPARAM
     qv::HeaderCtrl* header = click->GetHeaderCtrl();
     const int column = click->GetColumnNumber();
     const bool ascending = click->GetSortDirection();
-    if (auto* sortHeader = dynamic_cast<XSrtHeaderCtrl*>(header)) sortHeader->SetSortColumn(column, ascending);
-    HDITEMW hdi{};
-    hdi.mask = HDI_LPARAM;
-    if (!header->GetItem(column, &hdi)) return 0;
-    const int* key = reinterpret_cast<const int*>(hdi.lParam);
+    LPARAM data = 0;
+    if (auto* sortHeader = dynamic_cast<XSrtHeaderCtrl*>(header)) {
+        sortHeader->SetSortColumn(column, ascending);
+        if (!sortHeader->CachedItemData(column, data)) return 0;
+    } else {
+        HDITEMW hdi{};
+        hdi.mask = HDI_LPARAM;
+        if (!header->GetItem(column, &hdi)) return 0;
+        data = hdi.lParam;
+    }
+    const int* key = reinterpret_cast<const int*>(data);
     const qv::Variant* value1 = ql::FindCell(reinterpret_cast<const RowData*>(rowData1), key);
     const qv::Variant* value2 = ql::FindCell(reinterpret_cast<const RowData*>(rowData2), key);
     if (!value1 || !value2) return 0;
@@ -654,6 +706,39 @@ bool XBaseListCtrl::PrintListSetColNameSize(IZTPrintGenericListObject* given) tr
     return qv::CaughtAtEdge(" XBaseListCtrl::PrintListSetColNameSize", __LINE__, false);
 }
 
+void XBaseListCtrl::ReadAllRows(std::vector<RowData*>& data) const {
+    // The list view's own procedure answers the reads, past the subclasses
+    // of the window (this object's and any other): reading an item's data
+    // changes nothing that a subclass could need to see, and every message
+    // through a subclassed window costs more than the read itself (under
+    // Wine, round trips to the server for the subclass chain).
+    const auto proc = reinterpret_cast<WNDPROC>(::GetClassLongPtrW(m_hWnd, GCLP_WNDPROC));
+    for (size_t r = 0; r < data.size(); ++r) {
+        LVITEMW item{};
+        item.mask = LVIF_PARAM;
+        item.iItem = static_cast<int>(r);
+        const LRESULT read = proc ? ::CallWindowProcW(proc, m_hWnd, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item))
+                                  : SendMessage(LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        data[r] = read ? reinterpret_cast<RowData*>(item.lParam) : nullptr;
+    }
+}
+
+std::wstring XBaseListCtrl::CellTextOf(int row, int subItem, RowData* data) {
+    wchar_t none[1] = {};
+    NMLVDISPINFOW info{};
+    info.hdr.hwndFrom = m_hWnd;
+    info.hdr.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID());
+    info.hdr.code = LVN_GETDISPINFOW;
+    info.item.mask = LVIF_TEXT;
+    info.item.iItem = row;
+    info.item.iSubItem = subItem;
+    info.item.lParam = reinterpret_cast<LPARAM>(data);
+    info.item.pszText = none;
+    info.item.cchTextMax = 1;
+    OnGetdispinfo(&info);
+    return info.item.pszText ? std::wstring(info.item.pszText) : std::wstring();
+}
+
 HBITMAP XBaseListCtrl::RowBitmap(int row) const {
     LVITEMW item{};
     item.mask = LVIF_IMAGE;
@@ -698,6 +783,12 @@ bool XBaseListCtrl::PrintListSetItemData(IZTPrintGenericListObject* given) try {
     std::vector<int> order;
     if (!ReadOrder(n, order)) return fail(0);
 
+    // Every row's data, read once for all columns; a cell's text is then
+    // what the list's text request answers for it, asked of the handler
+    // directly rather than by a message per cell through the list view and
+    // its parent.
+    std::vector<RowData*> data(static_cast<size_t>(rows));
+    ReadAllRows(data);
     const bool images = m_pImageList != nullptr;
     for (const ql::ExportColumn& column : ql::ExportPlan(order, images)) {
         TaskArray<BSTR> texts(rows);
@@ -722,7 +813,7 @@ bool XBaseListCtrl::PrintListSetItemData(IZTPrintGenericListObject* given) try {
                 if (HBITMAP bitmap = RowBitmap(r))
                     bitmaps[r] = static_cast<int>(reinterpret_cast<INT_PTR>(bitmap));  // GDI handles fit 32 bits
             } else {
-                text = GetItemText(r, column.headerItem);
+                text = CellTextOf(r, column.headerItem, data[static_cast<size_t>(r)]);
             }
             alignments[r] = alignment;
             texts[r] = ::SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));

@@ -125,9 +125,21 @@ protected:
 
 private:
     friend class XBaseListCtrl;
+    // The item count and each item's data (HDI_LPARAM) as the header answers
+    // them, read once and kept until a message that can change them
+    // (HDM_SETITEM, HDM_INSERTITEM, HDM_DELETEITEM) passes the header: the
+    // list reads column keys for every row it takes and every comparison of
+    // a sort, and a message to the header costs far more than a look here.
+    int CachedItemCount();
+    bool CachedItemData(int item, LPARAM& data);
+    void ForgetItems() noexcept;
+
     // The item last made owner-drawn by SetSortColumn, while no message that
     // can change item formats has reached the header since (-1: none).
     int m_iOwnerDrawn = -1;
+    bool m_bItemsKnown = false;
+    std::vector<LPARAM> m_itemData;
+    std::vector<bool> m_itemDataRead;
 };
 
 class QV_API XBaseListCtrl : public qv::ListCtrl {
@@ -177,7 +189,8 @@ public:
     // stay. True when any row's state was set.
     bool SelectRow(int row);
 
-    // The print-list object for the context menu (held counted; null: none).
+    // The print-list object for the context menu and the export (held
+    // counted). Null leaves the list without one, not even the library's.
     void SetGenListObject(IZTPrintGenericListObject* object);
     // Hands the columns' names, display positions, alignments and widths to
     // `object` (null: the list's own), in display order.
@@ -225,6 +238,8 @@ protected:
 private:
     void SetUpWindow(bool created);
     HWND HeaderWindow() const;
+    // The header's item count (0 without a header).
+    int ItemCount(HWND header) const;
     // The key kept in header item `item`, or null.
     const int* KeyOf(int item) const;
     RowData* RowOf(int row) const;
@@ -232,6 +247,10 @@ private:
     void OnDeleteItem(LPARAM data);
     void OnDeleteAllItems();
     bool ReadOrder(int count, std::vector<int>& order) const;
+    // The data of every row, in display order.
+    void ReadAllRows(std::vector<RowData*>& data) const;
+    // The text of a cell as the list's text request answers it.
+    std::wstring CellTextOf(int row, int subItem, RowData* data);
     HBITMAP RowBitmap(int row) const;
 
     // The host chose the print-list object (SetGenListObject was called).
