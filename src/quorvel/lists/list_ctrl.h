@@ -36,7 +36,9 @@
 // "Copy to clipboard" when the list has a print-list object
 // (print_list.h). The list hands the object its columns in display order
 // (PrintListSetColNameSize) and their cells column by column
-// (PrintListSetItemData), then asks it to print, preview or copy. The
+// (PrintListSetItemData), then asks it to print, preview or copy. A cell
+// goes over with the text the list shows for it (its text request answered
+// by OnGetdispinfo, which a derived class may override). The
 // object: whatever the host last gave SetGenListObject; a list whose host
 // never called SetGenListObject before its window was created or subclassed
 // takes the library's own XPrintListObject then. SetGenListObject(nullptr)
@@ -55,6 +57,12 @@
 // This relies on the list view's notifications reaching the list through
 // its parent, as they do for any parent the list was created on or attached
 // under; DeleteRow frees its row even when they do not.
+//
+// Rows come in one by one and a sort compares values, not messages: the
+// column keys and the header's item states are read from the header once and
+// kept until a message that can change them reaches it (the header object
+// sees every such message), so neither a new row nor a comparison of a sort
+// sends the header anything.
 //
 // Every public operation answers false (or nothing) on failure, never
 // throws, and is a safe no-op on an object without a live window.
