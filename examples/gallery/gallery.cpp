@@ -31,6 +31,7 @@ struct State {
     HWND page = nullptr;
     int current = -1;
     std::unique_ptr<PageObjects> objects;
+    std::wstring shotDir;  // screenshot mode: where the pictures go
 };
 State g;
 
@@ -119,9 +120,9 @@ void Pump(DWORD ms) {
 // Captures the main window's client area (children included: under Wine
 // PrintWindow draws only the background, BitBlt from the screen has it all)
 // and writes it as PNG through WIC.
-bool WritePng(const std::wstring& path) {
+bool WritePng(HWND window, const std::wstring& path) {
     RECT rc;
-    ::GetClientRect(g.main, &rc);
+    ::GetClientRect(window, &rc);
     const int w = rc.right, h = rc.bottom;
     BITMAPINFO bi{};
     bi.bmiHeader.biSize = sizeof(bi.bmiHeader);
@@ -134,7 +135,7 @@ bool WritePng(const std::wstring& path) {
     // the page (a tooltip, a dropped list) are in the picture too.
     HDC screen = ::GetDC(nullptr);
     POINT origin{0, 0};
-    ::ClientToScreen(g.main, &origin);
+    ::ClientToScreen(window, &origin);
     HBITMAP dib = ::CreateDIBSection(screen, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
     HDC mem = ::CreateCompatibleDC(screen);
     HGDIOBJ old = ::SelectObject(mem, dib);
@@ -180,6 +181,7 @@ std::wstring FileTitle(const wchar_t* title) {
 }
 
 int Screenshots(const std::wstring& dir) {
+    g.shotDir = dir;
     ::CreateDirectoryW(dir.c_str(), nullptr);
     int failures = 0;
     const auto& pages = Pages();
@@ -194,7 +196,7 @@ int Screenshots(const std::wstring& dir) {
         wchar_t name[16];
         swprintf(name, 16, L"%02u-", static_cast<unsigned>(i + 1));
         const std::wstring path = dir + L"\\" + name + FileTitle(pages[i].title) + L".png";
-        if (!WritePng(path)) {
+        if (!WritePng(g.main, path)) {
             fwprintf(stderr, L"could not write %ls\n", path.c_str());
             ++failures;
         } else {
@@ -205,6 +207,16 @@ int Screenshots(const std::wstring& dir) {
 }
 
 }  // namespace
+
+bool WriteWindowShot(HWND window, const wchar_t* name) {
+    if (g.shotDir.empty() || !::IsWindow(window)) return false;
+    const std::wstring path = g.shotDir + L"\\" + name + L".png";
+    if (!WritePng(window, path)) return false;
+    wprintf(L"%ls\n", path.c_str());
+    return true;
+}
+
+bool InScreenshotMode() { return !g.shotDir.empty(); }
 
 HFONT GalleryFont() {
     static HFONT font = [] {

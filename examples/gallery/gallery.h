@@ -47,11 +47,19 @@ std::unique_ptr<PageObjects> BuildButtonsPage(HWND page);
 std::unique_ptr<PageObjects> BuildScriptButtonsHalf(HWND page);
 std::unique_ptr<PageObjects> BuildColourButtonsHalf(HWND page);
 std::unique_ptr<PageObjects> BuildLineNumbersPage(HWND page);
+std::unique_ptr<PageObjects> BuildListsPage(HWND page);
+// Sorts the orders by their due date and copies the shifts, for the picture.
+void ShowListsForShot(HWND page);
 
 // Shared helpers for page builders.
 // Sets the gallery's tooltip settings (once per process).
 void EnableGalleryTooltips();
 HFONT GalleryFont();
+// Screenshot mode only: writes the client area of `window` (any window on
+// screen, a pop-up included) as name.png in the screenshot folder;
+// false outside screenshot mode.
+bool WriteWindowShot(HWND window, const wchar_t* name);
+bool InScreenshotMode();
 HWND AddLabel(HWND page, const wchar_t* text, int x, int y, int w, int h, DWORD style = 0);
 
 }  // namespace gallery

@@ -10,7 +10,7 @@ const std::vector<PageInfo>& Pages() {
         {L"Dates and times", BuildDatesPage, nullptr, nullptr},
         {L"Tooltips", BuildTooltipPage, nullptr, ShowTooltipForShot},
         {L"Base controls", BuildBaseControlsPage, nullptr, nullptr},
-        {L"Lists", nullptr, L"Report lists with typed rows, column sorting, print export and clipboard copy.", nullptr},
+        {L"Lists", BuildListsPage, nullptr, ShowListsForShot},
         {L"Value added", nullptr,
          L"The value-added list: process steps in groups, entered and calculated shares, edited in place under the "
          L"100 % cap.", nullptr},

@@ -36,6 +36,8 @@
 #include "quorvel/controls/base_readonly.h"
 #include "quorvel/controls/prompt.h"
 #include "quorvel/controls/static_text.h"
+#include "quorvel/lists/list_ctrl.h"
+#include "quorvel/lists/print_list_object.h"
 #include "quorvel/masks/date_edits.h"
 #include "quorvel/masks/datetime_field.h"
 #include "quorvel/masks/maskedit.h"
@@ -43,6 +45,7 @@
 #include "quorvel/masks/placeholder.h"
 #include "quorvel/platform/checklistbox.h"
 #include "quorvel/platform/controls.h"
+#include "quorvel/platform/imagelist.h"
 #include "quorvel/tooltip/xtooltip.h"
 #include "quorvel/windows/line_number_edit.h"
 #include "quorvel/windows/splitter.h"
@@ -294,6 +297,64 @@ private:
     bool made_ = false;
 };
 
+// The report list with a picture column and typed rows, sorted by a click on
+// a column title, handed to the library's print-list object (pictures
+// included) and copied to the clipboard; every cycle also replaces and
+// deletes a row. The image list is the test's and outlives every list.
+class ReportList final : public Subject {
+public:
+    explicit ReportList(HWND parent) {
+        static qv::ImageList pictures = [] {
+            qv::ImageList list;
+            if (list.Create(16, 16, ILC_COLOR32 | ILC_MASK, 1, 0)) {
+                HICON icon = ::LoadIconW(nullptr, IDI_INFORMATION);
+                list.Add(icon);
+            }
+            return list;
+        }();
+        if (!list_.AssignImageList(&pictures) ||
+            !list_.Create(WS_CHILD | WS_VISIBLE | LVS_REPORT, RECT{0, 0, 400, 300}, parent, kId))
+            return;
+        list_.InsertColumn(0, L"", LVCFMT_LEFT, 24);
+        list_.InsertColumn(1, L"Order", LVCFMT_LEFT, 80);
+        list_.InsertColumn(2, L"Quantity", LVCFMT_RIGHT, 60);
+        list_.InsertColumn(3, L"Due", LVCFMT_CENTER, 100);
+        for (int r = 0; r < 20; ++r) {
+            if (!list_.AddEntry({qv::Variant(L"PO-1"), qv::Variant(static_cast<long>(20 - r)),
+                                 qv::Variant::FromDate(46023.0 + r)},
+                                r, 0))
+                return;
+        }
+        made_ = list_.ChangeEntry({qv::Variant::Null(), qv::Variant(3.5), qv::Variant(L"x")}, 1, 0) &&
+                list_.DeleteRow(2) && list_.SelectRow(0);
+    }
+    HWND Handle() const override { return made_ ? list_.m_hWnd : nullptr; }
+    void SetColours(COLORREF text, COLORREF bk) override {
+        list_.SetTextColor(text);
+        list_.SetBkColor(bk);
+    }
+    void SetFont(HFONT font) override {
+        list_.SetFont(font);
+        // A click on the "Quantity" title sorts; then the list is printed to
+        // the object, pictures and all, and copied.
+        HWND header = list_.GetHeaderCtrl();
+        RECT item{};
+        if (::SendMessageW(header, HDM_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&item))) {
+            const LPARAM at = MAKELPARAM(item.left + 5, item.top + 5);
+            ::SendMessageW(header, WM_LBUTTONDOWN, MK_LBUTTON, at);
+            ::SendMessageW(header, WM_LBUTTONUP, 0, at);
+        }
+        qv::ComPtr<IZTPrintGenericListObject> object;
+        if (SUCCEEDED(XPrintListObject::CreateInstance(&object)) && list_.PrintListSetColNameSize(object.Get()) &&
+            list_.PrintListSetItemData(object.Get()))
+            object->CopyToClipboard();
+    }
+
+private:
+    XBaseListCtrl list_;
+    bool made_ = false;
+};
+
 enum Hover { kNoTooltip, kHoverControl, kHoverChild };
 
 struct ControlRow {
@@ -377,6 +438,7 @@ std::vector<ControlRow> Rows() {
         {"XMultiLineEditLN", Field<XMultiLineEditLN>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XMultiLineEditLNColor", Field<XMultiLineEditLNColor>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XSplitterWnd", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<Splitter>(p); }, kNoTooltip},
+        {"XBaseListCtrl", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<ReportList>(p); }, kNoTooltip},
         {"XTooltip", [](HWND p, HFONT f) -> std::unique_ptr<Subject> { return std::make_unique<OwnTooltip>(p, f); }, kHoverControl},
         {"qv::ToolTipCtrl", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<StockTooltip>(p); }, kHoverControl},
     };

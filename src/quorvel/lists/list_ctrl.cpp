@@ -753,6 +753,10 @@ HBITMAP XBaseListCtrl::RowBitmap(int row) const {
     bool drawn = false;
     if (bitmap) {
         HGDIOBJ old = ::SelectObject(memory, bitmap.get());
+        // On paper white: the image's transparent parts would otherwise keep
+        // whatever the new bitmap held (black on most devices).
+        const RECT all{0, 0, cx, cy};
+        ::FillRect(memory, &all, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
         drawn = m_pImageList->Draw(memory, item.iImage, POINT{0, 0}, ILD_NORMAL);
         ::SelectObject(memory, old);
     }
