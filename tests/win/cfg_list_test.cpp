@@ -135,6 +135,52 @@ TEST_F(CfgListTest, HeaderClicksSortAscendingFirstAndTheSameColumnAgainTurnsRoun
     EXPECT_EQ(ColumnTexts(list, 0), (Texts{L"a", L"b", L"C", L"B"}));
 }
 
+TEST_F(CfgListTest, TheListDrawsTheArrowOfItsHeader) {
+    XCfgListCtrl list;
+    Make(list, {L"Name", L"Other"}, {{L"b", L"x"}, {L"a", L"y"}});
+    HWND header = list.GetHeaderCtrl();
+    const COLORREF light = ::GetSysColor(COLOR_BTNHILIGHT), dark = ::GetSysColor(COLOR_BTNSHADOW);
+    ASSERT_NE(light, dark);
+    HDC dc = ::GetDC(header);
+    HGDIOBJ old = ::SelectObject(dc, reinterpret_cast<HGDIOBJ>(::SendMessageW(header, WM_GETFONT, 0, 0)));
+    SIZE blank{};
+    ::GetTextExtentPoint32W(dc, L" ", 1, &blank);
+    ::SelectObject(dc, old);
+    const int off = 2 * blank.cx;
+    // A pixel only the highlight stroke draws and one only the shadow stroke draws.
+    for (bool ascending : {true, false}) {
+        ASSERT_TRUE(list.SortCtrl(1, ascending));
+        ::RedrawWindow(header, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        qvtest::Pump(100);
+        RECT rc{};
+        Header_GetItemRect(header, 1, &rc);
+        const int r = rc.right, b = rc.bottom;
+        const POINT lightAt = ascending ? POINT{r - 2 * off, b - off} : POINT{r - 3 * off / 2, off - 1};
+        const POINT darkAt = ascending ? POINT{r - 5 * off / 2 - 1, b - off - 1} : POINT{r - 2 * off, off - 1};
+        EXPECT_EQ(::GetPixel(dc, lightAt.x, lightAt.y), light) << ascending;
+        EXPECT_EQ(::GetPixel(dc, darkAt.x, darkAt.y), dark) << ascending;
+    }
+    ::ReleaseDC(header, dc);
+}
+
+TEST_F(CfgListTest, AnEditedLabelIsTakenAndACancelledOneIsNot) {
+    XCfgListCtrl list;
+    Make(list, {L"A"}, {{L"old"}, {L"keep"}});
+    list.ModifyStyle(0, LVS_EDITLABELS);
+    list.SetFocus();
+    const struct { int row; UINT key; const wchar_t* shown; } edits[] = {
+        {0, VK_RETURN, L"new"}, {1, VK_ESCAPE, L"keep"},
+    };
+    for (const auto& e : edits) {
+        HWND edit = ListView_EditLabel(list, e.row);
+        ASSERT_TRUE(edit) << e.row;
+        ::SetWindowTextW(edit, L"new");
+        ::SendMessageW(edit, WM_KEYDOWN, e.key, 0);
+        qvtest::Pump(50);
+        EXPECT_EQ(list.GetItemText(e.row, 0), e.shown) << e.row;
+    }
+}
+
 TEST_F(CfgListTest, WholeRowsMoveTogether) {
     XCfgListCtrl list;
     Make(list, {L"A", L"B", L"C"}, {{L"x", L"3", L"three"}, {L"y", L"1", L"one"}, {L"z", L"2", L"two"}});
