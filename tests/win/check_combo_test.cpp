@@ -79,6 +79,21 @@ TEST_F(CheckComboTest, OpeningChecksTheSelectionAndTheUserTogglesBySpaceAndByThe
     EXPECT_EQ(Checks(combo), (std::vector<int>{0, 1, 0, 1}));
 
     HWND list = combo.GetCheckList()->m_hWnd;
+    // The open list draws a box before every entry, checked as recorded.
+    auto box = [&](int index) {
+        ::RedrawWindow(list, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        RECT rc{};
+        ::SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&rc));
+        std::vector<COLORREF> px;
+        HDC dc = ::GetDC(list);
+        for (int y = rc.top; y < rc.bottom; ++y)
+            for (int x = rc.left; x < rc.left + XComboCheckListBox::CheckAreaWidth(); ++x) px.push_back(::GetPixel(dc, x, y));
+        ::ReleaseDC(list, dc);
+        return px;
+    };
+    EXPECT_NE(box(0), box(1));
+    EXPECT_EQ(box(1), box(3));
+    EXPECT_EQ(box(0), box(2));
     auto click = [&](int index, int x) {
         RECT rc{};
         ::SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&rc));

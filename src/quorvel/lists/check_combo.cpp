@@ -42,15 +42,19 @@ void XComboCheckListBox::DrawListItem(const DRAWITEMSTRUCT* dis) {
     RECT text = rc;
     text.left = (std::min)(rc.right, rc.left + CheckAreaWidth());
     if (dis->itemAction & (ODA_DRAWENTIRE | ODA_SELECT)) {
+        // The combo box's field colours, so a coloured combo box's list matches its field.
+        const COLORREF fg = m_combo ? m_combo->FieldTextColor() : ::GetSysColor(COLOR_WINDOWTEXT);
+        const COLORREF bk = m_combo ? m_combo->FieldBkColor() : ::GetSysColor(COLOR_WINDOW);
+        qv::Brush bkBrush(::CreateSolidBrush(bk));
         RECT area{rc.left, rc.top, text.left, rc.bottom};
-        ::FillRect(dc, &area, ::GetSysColorBrush(COLOR_WINDOW));
+        ::FillRect(dc, &area, bkBrush.get());
         const int top = rc.top + (rc.bottom - rc.top - kCheckSize) / 2;
         RECT box{rc.left + 1, top, rc.left + 1 + kCheckSize, top + kCheckSize};
         ::DrawFrameControl(dc, &box, DFC_BUTTON, DFCS_BUTTONCHECK | (GetCheck(index) == 1 ? DFCS_CHECKED : 0));
 
         const bool selected = (dis->itemState & ODS_SELECTED) != 0;
-        ::FillRect(dc, &text, ::GetSysColorBrush(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
-        const COLORREF oldColor = ::SetTextColor(dc, ::GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+        ::FillRect(dc, &text, selected ? ::GetSysColorBrush(COLOR_HIGHLIGHT) : bkBrush.get());
+        const COLORREF oldColor = ::SetTextColor(dc, selected ? ::GetSysColor(COLOR_HIGHLIGHTTEXT) : fg);
         const int oldMode = ::SetBkMode(dc, TRANSPARENT);
         const std::wstring s = GetText(index);
         RECT inner = text;
