@@ -1,0 +1,218 @@
+#include "quorvel/lists/custom_combo.h"
+
+#include <algorithm>
+
+#include "quorvel/common/boundary.h"
+#include "quorvel/lists/filter_rules.h"
+#include "quorvel/platform/gdi.h"
+
+namespace ql = qv::lists;
+
+XCustomCombo::XCustomCombo() : m_scheme(qv::kDefaultFieldTextColor, ::GetSysColor(COLOR_WINDOW)) {}
+
+XCustomCombo::~XCustomCombo() {
+    // Our WM_DESTROY (the tooltip) must still be reached.
+    if (OwnsWindow() && IsWindow()) DestroyWindow();
+}
+
+BOOL XCustomCombo::Create(const std::wstring& text, UINT id, const RECT& rect, HFONT font, HWND parent) try {
+    if (!parent || !::IsWindow(parent)) return FALSE;
+    if (!CreateEx(WS_EX_CLIENTEDGE, L"COMBOBOX", text.c_str(), kStyle, rect, parent, id)) return FALSE;
+    SetFont(font, true);
+    if (!text.empty()) ::SetWindowTextW(m_hWnd, text.c_str());
+    if (m_tooltipText.empty()) m_tooltipText = text;
+    return CreateTooltip() != 0;
+} catch (...) {
+    return qv::CaughtAtEdge(" XCustomCombo::Create", __LINE__, FALSE);
+}
+
+int XCustomCombo::CreateTooltip() try {
+    return CreateFieldTooltip(m_hWnd, m_tooltipText);
+} catch (...) {
+    return qv::CaughtAtEdge(" XCustomCombo::CreateTooltip", __LINE__, 0);
+}
+
+int XCustomCombo::CreateTooltip(const std::wstring& markup) try {
+    m_tooltipText = markup;
+    return CreateFieldTooltip(m_hWnd, m_tooltipText);
+} catch (...) {
+    return qv::CaughtAtEdge(" XCustomCombo::CreateTooltip", __LINE__, 0);
+}
+
+int XCustomCombo::AddEntry(const std::wstring& text, DWORD value) try {
+    m_texts.push_back(text);
+    m_lowered.push_back(ql::ToLowerFilterText(text));
+    m_values.push_back(value);
+    if (!m_showsAll || !IsWindow()) return -1;
+    const int index = AddString(text.c_str());
+    if (index < 0) return -1;
+    SetItemData(index, value);
+    m_shown.push_back(m_texts.size() - 1);
+    return index;
+} catch (...) {
+    return qv::CaughtAtEdge(" XCustomCombo::AddEntry", __LINE__, -1);
+}
+
+void XCustomCombo::DeleteAll() {
+    if (IsWindow()) ResetContent();
+    m_shown.clear();
+    m_showsAll = m_texts.empty();
+}
+
+void XCustomCombo::FilterList(const std::wstring& pattern) try {
+    ShowEntries(ql::FilterEntries(m_lowered, pattern));
+} catch (...) {
+    qv::CaughtAtEdge(" XCustomCombo::FilterList", __LINE__);
+}
+
+void XCustomCombo::ShowEntries(const std::vector<size_t>& indexes) {
+    m_shown.clear();
+    if (!IsWindow()) return;
+    // One repaint for the whole refill, and the list's storage reserved at
+    // once: thousands of entries then cost one allocation and no drawing.
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof(info);
+    const HWND list = ::GetComboBoxInfo(m_hWnd, &info) ? info.hwndList : nullptr;
+    SendMessage(WM_SETREDRAW, FALSE);
+    if (list) ::SendMessageW(list, WM_SETREDRAW, FALSE, 0);
+    ResetContent();
+    size_t chars = 0;
+    for (size_t i : indexes) chars += m_texts[i].size() + 1;
+    SendMessage(CB_INITSTORAGE, indexes.size(), static_cast<LPARAM>(chars * sizeof(wchar_t)));
+    m_shown.reserve(indexes.size());
+    for (size_t i : indexes) {
+        const int index = AddString(m_texts[i].c_str());
+        if (index < 0) break;
+        SetItemData(index, m_values[i]);
+        m_shown.push_back(i);
+    }
+    m_showsAll = m_shown.size() == m_texts.size();
+    if (list) {
+        ::SendMessageW(list, WM_SETREDRAW, TRUE, 0);
+        ::InvalidateRect(list, nullptr, TRUE);
+    }
+    SendMessage(WM_SETREDRAW, TRUE);
+    Invalidate();
+}
+
+bool XCustomCombo::TokenizeString(const std::wstring& pattern, std::vector<std::wstring>& tokens,
+                                  std::vector<int>& types) {
+    std::vector<ql::FilterToken> parts;
+    const bool wildcard = ql::TokenizeString(pattern, parts);
+    tokens.clear();
+    types.clear();
+    for (ql::FilterToken& p : parts) {
+        types.push_back(p.type);
+        tokens.push_back(std::move(p.text));
+    }
+    return wildcard;
+}
+
+bool XCustomCombo::CompareTokenToString(const std::vector<std::wstring>& tokens, const std::vector<int>& types,
+                                        const std::wstring& text) {
+    std::vector<ql::FilterToken> parts;
+    const size_t n = (std::min)(tokens.size(), types.size());
+    parts.reserve(n);
+    for (size_t i = 0; i < n; ++i) parts.push_back({types[i], tokens[i]});
+    return ql::CompareTokenToString(parts, text);
+}
+
+void XCustomCombo::SetTextColor(unsigned long colour) { m_scheme.SetText(m_hWnd, colour); }
+void XCustomCombo::SetBkColor(unsigned long colour) { m_scheme.SetBk(m_hWnd, colour); }
+
+LRESULT XCustomCombo::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
+    RelayOwnMessage(m_hWnd, msg, wp, lp);
+    switch (msg) {
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+    case WM_CTLCOLORSTATIC:
+        // The edit part and the dropped list ask the combo box itself, which
+        // would pass them on to its parent naming the part: answered here.
+        if (HBRUSH brush = OnReflectCtlColor(reinterpret_cast<HDC>(wp), msg))
+            return reinterpret_cast<LRESULT>(brush);
+        break;
+    default:
+        break;
+    }
+    return qv::ComboBox::WindowProc(msg, wp, lp);
+}
+
+HBRUSH XCustomCombo::OnReflectCtlColor(HDC dc, UINT) { return m_scheme.Apply(dc); }
+
+bool XCustomCombo::OnReflectCommand(UINT notifyCode) {
+    // The parent is told as well.
+    if (notifyCode == CBN_EDITUPDATE) OnCbnEditupdate();
+    else if (notifyCode == CBN_DROPDOWN) OnCbnDropdown();
+    return false;
+}
+
+void XCustomCombo::OnCbnEditupdate() try {
+    // Putting the text back and dropping the list notify again; those
+    // notifications are ours.
+    if (m_updating) return;
+    m_updating = true;
+    struct Reset { bool& flag; ~Reset() { flag = false; } } reset{m_updating};
+
+    const std::wstring typed = GetWindowText();
+    ShowDropDown(true);
+    if (typed.empty()) {
+        if (!m_showsAll || GetCount() != static_cast<int>(m_texts.size())) {
+            std::vector<size_t> all(m_texts.size());
+            for (size_t i = 0; i < all.size(); ++i) all[i] = i;
+            ShowEntries(all);
+        }
+        return;
+    }
+    FilterList(ql::ToLowerFilterText(typed));
+    SetWindowText(typed.c_str());
+    const int end = static_cast<int>(typed.size());
+    SetEditSel(end, end);
+} catch (...) {
+    qv::CaughtAtEdge(" XCustomCombo::OnCbnEditupdate", __LINE__);
+}
+
+void XCustomCombo::OnCbnDropdown() try {
+    int rows = 15;
+    {
+        qv::ClientDC dc(m_hWnd);
+        const HFONT font = GetFont();
+        if (dc && font) {
+            qv::SelectObjectScope select(dc, font);
+            TEXTMETRICW tm{};
+            ::GetTextMetricsW(dc, &tm);
+            const ql::DropDownSize size = ql::DropDownSizeFor(tm.tmHeight);
+            rows = size.rows;
+            SetItemHeight(0, static_cast<UINT>(size.itemHeight));
+            // The combo box's height includes the dropped list.
+            const RECT field = GetWindowRect();
+            const int fieldHeight = field.bottom - field.top;
+            ::SetWindowPos(m_hWnd, nullptr, 0, 0, field.right - field.left, fieldHeight + size.listHeight,
+                           SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+
+            int widest = 0;
+            for (size_t i : m_shown) {
+                SIZE extent{};
+                ::GetTextExtentPoint32W(dc, m_texts[i].c_str(), static_cast<int>(m_texts[i].size()), &extent);
+                widest = (std::max)(widest, static_cast<int>(extent.cx));
+            }
+            const int current = static_cast<int>(SendMessage(CB_GETDROPPEDWIDTH));
+            if (const int width = ql::DroppedWidthFor(widest, current)) SetDroppedWidth(static_cast<UINT>(width));
+        }
+    }
+    // The list keeps its height: blank entries fill it up.
+    for (int n = ql::FillerCount(GetCount(), rows); n > 0; --n) AddString(L" ");
+} catch (...) {
+    qv::CaughtAtEdge(" XCustomCombo::OnCbnDropdown", __LINE__);
+}
+
+void XCustomCombo::OnSize(UINT, int, int) {
+    // The field keeps its text on resizing; a combo box would select it all.
+    const DWORD sel = GetEditSel();
+    Default();
+    if (GetEditSel() != sel) SetEditSel(LOWORD(sel), HIWORD(sel));
+}
+
+void XCustomCombo::OnDestroy() {
+    DestroyTooltip();
+    Default();
+}
