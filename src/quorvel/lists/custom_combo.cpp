@@ -44,9 +44,13 @@ int XCustomCombo::AddEntry(const std::wstring& text, DWORD value) try {
     m_lowered.push_back(ql::ToLowerFilterText(text));
     m_values.push_back(value);
     if (!m_showsAll || !IsWindow()) return -1;
-    const int index = AddString(text.c_str());
+    // Straight to the list, as a refill does: hosts add thousands.
+    const HWND list = DroppedList();
+    const int index = static_cast<int>(list ? ::SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()))
+                                            : AddString(text.c_str()));
     if (index < 0) return -1;
-    SetItemData(index, value);
+    if (list) ::SendMessageW(list, LB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(value));
+    else SetItemData(index, value);
     m_shown.push_back(m_texts.size() - 1);
     return index;
 } catch (...) {
@@ -65,25 +69,39 @@ void XCustomCombo::FilterList(const std::wstring& pattern) try {
     qv::CaughtAtEdge(" XCustomCombo::FilterList", __LINE__);
 }
 
+HWND XCustomCombo::DroppedList() const {
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof(info);
+    return ::GetComboBoxInfo(m_hWnd, &info) ? info.hwndList : nullptr;
+}
+
 void XCustomCombo::ShowEntries(const std::vector<size_t>& indexes) {
     m_shown.clear();
     if (!IsWindow()) return;
-    // One repaint for the whole refill, and the list's storage reserved at
-    // once: thousands of entries then cost one allocation and no drawing.
-    COMBOBOXINFO info{};
-    info.cbSize = sizeof(info);
-    const HWND list = ::GetComboBoxInfo(m_hWnd, &info) ? info.hwndList : nullptr;
+    // The refill talks to the dropped list itself, around the combo box:
+    // each message through the combo box would pass its window procedure
+    // and ours, for thousands of entries. One repaint for the whole refill,
+    // and the storage reserved at once.
+    const HWND list = DroppedList();
+    const auto send = [&](UINT lbMsg, UINT cbMsg, WPARAM wp, LPARAM lp) {
+        return list ? ::SendMessageW(list, lbMsg, wp, lp) : SendMessage(cbMsg, wp, lp);
+    };
     SendMessage(WM_SETREDRAW, FALSE);
     if (list) ::SendMessageW(list, WM_SETREDRAW, FALSE, 0);
-    ResetContent();
+    // An item with a value is announced to the combo box (WM_DELETEITEM)
+    // when removed, one message per item that the combo box passes on to
+    // its parent; without values the list is emptied at once.
+    const int count = GetCount();
+    for (int i = 0; i < count; ++i) send(LB_SETITEMDATA, CB_SETITEMDATA, static_cast<WPARAM>(i), 0);
+    send(LB_RESETCONTENT, CB_RESETCONTENT, 0, 0);
     size_t chars = 0;
     for (size_t i : indexes) chars += m_texts[i].size() + 1;
-    SendMessage(CB_INITSTORAGE, indexes.size(), static_cast<LPARAM>(chars * sizeof(wchar_t)));
+    send(LB_INITSTORAGE, CB_INITSTORAGE, indexes.size(), static_cast<LPARAM>(chars * sizeof(wchar_t)));
     m_shown.reserve(indexes.size());
     for (size_t i : indexes) {
-        const int index = AddString(m_texts[i].c_str());
+        const LRESULT index = send(LB_ADDSTRING, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(m_texts[i].c_str()));
         if (index < 0) break;
-        SetItemData(index, m_values[i]);
+        send(LB_SETITEMDATA, CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(m_values[i]));
         m_shown.push_back(i);
     }
     m_showsAll = m_shown.size() == m_texts.size();

@@ -87,6 +87,8 @@ protected:
 private:
     // Replaces the shown list with the stored entries at `indexes`.
     void ShowEntries(const std::vector<size_t>& indexes);
+    // The combo box's list window (null when there is none).
+    HWND DroppedList() const;
 
     std::vector<std::wstring> m_texts;    // stored entries, as added
     std::vector<std::wstring> m_lowered;  // the same, lower-cased for filtering
