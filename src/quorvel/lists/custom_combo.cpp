@@ -76,8 +76,14 @@ HWND XCustomCombo::DroppedList() const {
 }
 
 void XCustomCombo::ShowEntries(const std::vector<size_t>& indexes) {
+    if (!IsWindow()) {
+        m_shown.clear();
+        return;
+    }
+    // Typing on often keeps what is shown (the first letters of a long
+    // list): then the list stays as it is, with its selection.
+    if (indexes == m_shown && GetCount() == static_cast<int>(m_shown.size())) return;
     m_shown.clear();
-    if (!IsWindow()) return;
     // The refill talks to the dropped list itself, around the combo box:
     // each message through the combo box would pass its window procedure
     // and ours, for thousands of entries. One repaint for the whole refill,
@@ -207,11 +213,20 @@ void XCustomCombo::OnCbnDropdown() try {
             ::SetWindowPos(m_hWnd, nullptr, 0, 0, field.right - field.left, fieldHeight + size.listHeight,
                            SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 
+            // Each entry is measured once per font; later drops look it up.
+            if (font != m_widthsFont) {
+                m_widths.clear();
+                m_widthsFont = font;
+            }
+            m_widths.resize(m_texts.size(), -1);
             int widest = 0;
             for (size_t i : m_shown) {
-                SIZE extent{};
-                ::GetTextExtentPoint32W(dc, m_texts[i].c_str(), static_cast<int>(m_texts[i].size()), &extent);
-                widest = (std::max)(widest, static_cast<int>(extent.cx));
+                if (m_widths[i] < 0) {
+                    SIZE extent{};
+                    ::GetTextExtentPoint32W(dc, m_texts[i].c_str(), static_cast<int>(m_texts[i].size()), &extent);
+                    m_widths[i] = static_cast<int>(extent.cx);
+                }
+                widest = (std::max)(widest, m_widths[i]);
             }
             const int current = static_cast<int>(SendMessage(CB_GETDROPPEDWIDTH));
             if (const int width = ql::DroppedWidthFor(widest, current)) SetDroppedWidth(static_cast<UINT>(width));

@@ -94,6 +94,8 @@ private:
     std::vector<std::wstring> m_lowered;  // the same, lower-cased for filtering
     std::vector<DWORD> m_values;
     std::vector<size_t> m_shown;          // stored indexes in the shown list (no fillers)
+    std::vector<int> m_widths;            // text widths in m_widthsFont, -1 not yet measured
+    HFONT m_widthsFont = nullptr;
     bool m_showsAll = true;
     bool m_updating = false;
     std::wstring m_tooltipText;
