@@ -92,8 +92,9 @@ void XCustomCombo::ShowEntries(const std::vector<size_t>& indexes) {
     const auto send = [&](UINT lbMsg, UINT cbMsg, WPARAM wp, LPARAM lp) {
         return list ? ::SendMessageW(list, lbMsg, wp, lp) : SendMessage(cbMsg, wp, lp);
     };
-    SendMessage(WM_SETREDRAW, FALSE);
+    // Only the list is refilled: its redraw alone is held.
     if (list) ::SendMessageW(list, WM_SETREDRAW, FALSE, 0);
+    else SendMessage(WM_SETREDRAW, FALSE);
     // An item with a value is announced to the combo box (WM_DELETEITEM)
     // when removed, one message per item that the combo box passes on to
     // its parent; without values the list is emptied at once.
@@ -114,9 +115,10 @@ void XCustomCombo::ShowEntries(const std::vector<size_t>& indexes) {
     if (list) {
         ::SendMessageW(list, WM_SETREDRAW, TRUE, 0);
         ::InvalidateRect(list, nullptr, TRUE);
+    } else {
+        SendMessage(WM_SETREDRAW, TRUE);
+        Invalidate();
     }
-    SendMessage(WM_SETREDRAW, TRUE);
-    Invalidate();
 }
 
 bool XCustomCombo::TokenizeString(const std::wstring& pattern, std::vector<std::wstring>& tokens,
