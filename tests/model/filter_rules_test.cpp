@@ -62,6 +62,20 @@ TEST(FilterRulesTest, MatchAnchorsTheStartAndOnlyAStarLiteralEndAnchorsTheEnd) {
     }
 }
 
+// A backtracking matcher takes exponential time here; ours reads the text
+// once per literal (a hang would show as the test's timeout).
+TEST(FilterRulesTest, StarsNeverBacktrack) {
+    std::vector<ql::FilterToken> tokens;
+    std::wstring pattern;
+    for (int i = 0; i < 2000; ++i) pattern += L"*a";
+    ql::TokenizeString(pattern + L"*b*", tokens);  // no end anchor: the whole text is searched
+    const std::wstring text(200000, L'a');
+    EXPECT_FALSE(ql::CompareTokenToString(tokens, text));
+    EXPECT_TRUE(ql::CompareTokenToString(tokens, text + L"b"));
+    ql::TokenizeString(std::wstring(100000, L'*') + L"b", tokens);
+    EXPECT_TRUE(ql::CompareTokenToString(tokens, text + L"b"));
+}
+
 TEST(FilterRulesTest, TypedTextKeepsEntriesInStoredOrderByPrefixOrPattern) {
     const std::vector<std::wstring> lowered = {L"apple", L"apricot", L"banana", L"grape", L"a*b", L"c+d", L"ab"};
     const struct { const wchar_t* typed; std::vector<size_t> kept; } cases[] = {
