@@ -50,6 +50,9 @@ std::unique_ptr<PageObjects> BuildLineNumbersPage(HWND page);
 std::unique_ptr<PageObjects> BuildListsPage(HWND page);
 // Sorts the orders by their due date and copies the shifts, for the picture.
 void ShowListsForShot(HWND page);
+std::unique_ptr<PageObjects> BuildComboBoxesPage(HWND page);
+// Types a pattern into the filtering combo box, for the picture.
+void ShowCombosForShot(HWND page);
 
 // Shared helpers for page builders.
 // Sets the gallery's tooltip settings (once per process).

@@ -19,7 +19,7 @@ const std::vector<PageInfo>& Pages() {
         {L"Splitter", BuildSplitterPage, nullptr, nullptr},
         {L"Line numbers", BuildLineNumbersPage, nullptr, nullptr},
         {L"Buttons", BuildButtonsPage, nullptr, nullptr},
-        {L"Combo boxes", nullptr, L"Check combo boxes and filtering combo boxes.", nullptr},
+        {L"Combo boxes", BuildComboBoxesPage, nullptr, ShowCombosForShot},
         {L"Font and colour", nullptr, L"The font and colour chooser with its preview.", nullptr},
         {L"Rich text", nullptr, L"Rich text fields with their edit and formatting menu.", nullptr},
         {L"Scrolling dialog", nullptr, L"A dialog base that scrolls its contents when made smaller.", nullptr},

@@ -36,6 +36,9 @@
 #include "quorvel/controls/base_readonly.h"
 #include "quorvel/controls/prompt.h"
 #include "quorvel/controls/static_text.h"
+#include "quorvel/lists/cfg_list.h"
+#include "quorvel/lists/check_combo.h"
+#include "quorvel/lists/custom_combo.h"
 #include "quorvel/lists/list_ctrl.h"
 #include "quorvel/lists/print_list_object.h"
 #include "quorvel/masks/date_edits.h"
@@ -377,6 +380,17 @@ std::vector<ControlRow> Rows() {
         return c.Create(L"", kId, kTallRect, f, p) && ::SendMessageW(c, CB_ADDSTRING, 0, LPARAM(L"Chosen")) >= 0 &&
                ::SendMessageW(c, CB_SETCURSEL, 0, 0) == 0;
     };
+    // Dropped down once, so the check list is taken over in every cycle.
+    const auto checkCombo = [](auto& c, HWND p, HFONT f) {
+        if (!c.Create(WS_CHILD | WS_VISIBLE | WS_VSCROLL, kTallRect, p, kId)) return false;
+        c.SetFont(f);
+        c.AddString(L"Early", true);
+        c.AddString(L"Late", false);
+        c.AddString(L"Early", false);
+        c.SendMessage(CB_SHOWDROPDOWN, TRUE);
+        c.SendMessage(CB_SHOWDROPDOWN, FALSE);
+        return c.IsChecked(L"Early") == false;
+    };
     return {
         {"XBaseEdit", Field<XBaseEdit>(), kHoverControl},
         {"XBaseEditColor", Field<XBaseEditColor>(), kHoverControl},
@@ -439,6 +453,21 @@ std::vector<ControlRow> Rows() {
         {"XMultiLineEditLNColor", Field<XMultiLineEditLNColor>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XSplitterWnd", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<Splitter>(p); }, kNoTooltip},
         {"XBaseListCtrl", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<ReportList>(p); }, kNoTooltip},
+        {"XCfgListCtrl", Make<XCfgListCtrl>([](auto& c, HWND p, HFONT) {
+             if (!c.Create(WS_CHILD | WS_VISIBLE | LVS_REPORT, kTallRect, p, kId)) return false;
+             c.InsertColumn(0, L"Key", LVCFMT_LEFT, 80);
+             c.InsertColumn(1, L"Value", LVCFMT_RIGHT, 60);
+             for (const wchar_t* key : {L"b", L"A", L"c", L"B"}) c.SetItemText(c.InsertItem(0, key), 1, L"1");
+             return c.SortCtrl(0, true);
+         }), kNoTooltip},
+        {"XCheckComboBox", Make<XCheckComboBox>(checkCombo), kNoTooltip},
+        {"XCheckComboBoxColor", Make<XCheckComboBoxColor>(checkCombo), kNoTooltip},
+        {"XCustomCombo", Make<XCustomCombo>([](auto& c, HWND p, HFONT f) {
+             if (!c.Create(L"Part", kId, kTallRect, f, p)) return false;
+             for (const wchar_t* text : {L"Hex bolt M8", L"Washer M8", L"Hex nut M6"}) c.AddEntry(text, 1);
+             c.FilterList(L"*m8");
+             return c.GetCount() == 2;
+         }), kHoverChild},
         {"XTooltip", [](HWND p, HFONT f) -> std::unique_ptr<Subject> { return std::make_unique<OwnTooltip>(p, f); }, kHoverControl},
         {"qv::ToolTipCtrl", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<StockTooltip>(p); }, kHoverControl},
     };

@@ -8,6 +8,22 @@
 
 namespace ql = qv::lists;
 
+// The edit part of the combo box: relays its mouse messages to the combo
+// box's tooltip and otherwise leaves it alone.
+class XCustomCombo::EditPart : public qv::Window {
+public:
+    explicit EditPart(XCustomCombo& combo) : m_combo(combo) {}
+
+protected:
+    LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override {
+        m_combo.RelayOwnMessage(m_hWnd, msg, wp, lp);
+        return qv::Window::WindowProc(msg, wp, lp);
+    }
+
+private:
+    XCustomCombo& m_combo;
+};
+
 XCustomCombo::XCustomCombo() : m_scheme(qv::kDefaultFieldTextColor, ::GetSysColor(COLOR_WINDOW)) {}
 
 XCustomCombo::~XCustomCombo() {
@@ -21,6 +37,12 @@ BOOL XCustomCombo::Create(const std::wstring& text, UINT id, const RECT& rect, H
     SetFont(font, true);
     if (!text.empty()) ::SetWindowTextW(m_hWnd, text.c_str());
     if (m_tooltipText.empty()) m_tooltipText = text;
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof(info);
+    if (::GetComboBoxInfo(m_hWnd, &info) && info.hwndItem && info.hwndItem != m_hWnd) {
+        m_editPart = std::make_unique<EditPart>(*this);
+        m_editPart->Attach(info.hwndItem);
+    }
     return CreateTooltip() != 0;
 } catch (...) {
     return qv::CaughtAtEdge(" XCustomCombo::Create", __LINE__, FALSE);

@@ -14,6 +14,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -85,6 +86,7 @@ protected:
     virtual void OnCbnDropdown();
 
 private:
+    class EditPart;
     // Replaces the shown list with the stored entries at `indexes`.
     void ShowEntries(const std::vector<size_t>& indexes);
     // The combo box's list window (null when there is none).
@@ -100,4 +102,7 @@ private:
     bool m_updating = false;
     std::wstring m_tooltipText;
     qv::ColorScheme m_scheme;
+    // The field's edit, whose mouse messages the tooltip must see: the edit
+    // covers the combo box, so the combo box itself is never hovered.
+    std::unique_ptr<EditPart> m_editPart;
 };
