@@ -36,10 +36,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (wildcard != sawWildcard || literalChars + tokens.size() > pattern.size() + tokens.size()) std::abort();
 
     const bool match = ql::CompareTokenToString(tokens, text);
-    // A text matches itself as a literal pattern, and "*" before any
-    // pattern keeps every text that the pattern keeps.
+    // A text matches itself as a literal pattern, and a pattern wrapped in
+    // "*" on both sides keeps every text that the pattern keeps. (Only the
+    // trailing "*" makes that true: "*" then a literal as the last two
+    // tokens anchors the literal at the end, "ab" keeps "abc" but "*ab"
+    // does not.)
     std::vector<ql::FilterToken> star{{ql::kFilterAnyRun, L"*"}};
     star.insert(star.end(), tokens.begin(), tokens.end());
+    star.push_back({ql::kFilterAnyRun, L"*"});
     if (match && !ql::CompareTokenToString(star, text)) std::abort();
     if (!ql::CompareTokenToString({{ql::kFilterLiteral, text}}, text) && !text.empty()) std::abort();
 
