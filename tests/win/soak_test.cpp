@@ -37,7 +37,6 @@
 #include "quorvel/controls/prompt.h"
 #include "quorvel/controls/static_text.h"
 #include "quorvel/lists/cfg_list.h"
-#include "quorvel/lists/check_combo.h"
 #include "quorvel/lists/custom_combo.h"
 #include "quorvel/lists/list_ctrl.h"
 #include "quorvel/lists/print_list_object.h"
@@ -380,17 +379,6 @@ std::vector<ControlRow> Rows() {
         return c.Create(L"", kId, kTallRect, f, p) && ::SendMessageW(c, CB_ADDSTRING, 0, LPARAM(L"Chosen")) >= 0 &&
                ::SendMessageW(c, CB_SETCURSEL, 0, 0) == 0;
     };
-    // Dropped down once, so the check list is taken over in every cycle.
-    const auto checkCombo = [](auto& c, HWND p, HFONT f) {
-        if (!c.Create(WS_CHILD | WS_VISIBLE | WS_VSCROLL, kTallRect, p, kId)) return false;
-        c.SetFont(f);
-        c.AddString(L"Early", true);
-        c.AddString(L"Late", false);
-        c.AddString(L"Early", false);
-        c.SendMessage(CB_SHOWDROPDOWN, TRUE);
-        c.SendMessage(CB_SHOWDROPDOWN, FALSE);
-        return c.IsChecked(L"Early") == false;
-    };
     return {
         {"XBaseEdit", Field<XBaseEdit>(), kHoverControl},
         {"XBaseEditColor", Field<XBaseEditColor>(), kHoverControl},
@@ -460,8 +448,6 @@ std::vector<ControlRow> Rows() {
              for (const wchar_t* key : {L"b", L"A", L"c", L"B"}) c.SetItemText(c.InsertItem(0, key), 1, L"1");
              return c.SortCtrl(0, true);
          }), kNoTooltip},
-        {"XCheckComboBox", Make<XCheckComboBox>(checkCombo), kNoTooltip},
-        {"XCheckComboBoxColor", Make<XCheckComboBoxColor>(checkCombo), kNoTooltip},
         {"XCustomCombo", Make<XCustomCombo>([](auto& c, HWND p, HFONT f) {
              if (!c.Create(L"Part", kId, kTallRect, f, p)) return false;
              for (const wchar_t* text : {L"Hex bolt M8", L"Washer M8", L"Hex nut M6"}) c.AddEntry(text, 1);
