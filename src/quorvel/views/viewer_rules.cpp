@@ -1,0 +1,157 @@
+#include "quorvel/views/viewer_rules.h"
+
+#include <cstdint>
+
+#include "quorvel/common/utf8.h"
+
+namespace qv::viewer {
+
+namespace {
+
+// ASCII lower case only: extensions and header lines are ASCII, and the
+// answer must not depend on the C runtime's locale.
+wchar_t Lower(wchar_t c) { return (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c - L'A' + L'a') : c; }
+
+bool EqualNoCase(std::wstring_view a, std::wstring_view b) {
+    if (a.size() != b.size()) return false;
+    for (size_t i = 0; i < a.size(); ++i)
+        if (Lower(a[i]) != Lower(b[i])) return false;
+    return true;
+}
+
+bool IsBlank(wchar_t c) { return c == L' ' || c == L'\t' || c == L'\r' || c == L'\n' || c == 0xFEFF; }
+
+std::wstring_view Trim(std::wstring_view s) {
+    while (!s.empty() && IsBlank(s.front())) s.remove_prefix(1);
+    while (!s.empty() && IsBlank(s.back())) s.remove_suffix(1);
+    return s;
+}
+
+// Where the file name starts (after the last "\", "/" or drive colon).
+size_t NameStart(std::wstring_view path) {
+    const size_t sep = path.find_last_of(L"\\/:");
+    return sep == std::wstring_view::npos ? 0 : sep + 1;
+}
+
+void SplitLines(std::wstring_view text, size_t maxLines, std::vector<std::wstring>& lines) {
+    size_t start = 0;
+    while (start < text.size() && lines.size() < maxLines) {
+        size_t end = text.find_first_of(L"\r\n", start);
+        if (end == std::wstring_view::npos) end = text.size();
+        lines.emplace_back(text.substr(start, end - start));
+        if (end < text.size() && text[end] == L'\r' && end + 1 < text.size() && text[end + 1] == L'\n') ++end;
+        start = end + 1;
+    }
+}
+
+}  // namespace
+
+std::wstring ExtensionKey(std::wstring_view path) {
+    const std::wstring_view name = path.substr(NameStart(path));
+    const size_t dot = name.rfind(L'.');
+    if (dot == std::wstring_view::npos) return {};
+    return std::wstring(name.substr(dot + 1, 3));
+}
+
+Kind ChooseViewer(std::wstring_view path) {
+    // Compared in this order; "html" can never equal a three-character key
+    // and is listed only so that the order stays the one hosts know.
+    static constexpr struct { const wchar_t* key; Kind kind; } kTable[] = {
+        {L"gif", Kind::Html}, {L"jpg", Kind::Html}, {L"htm", Kind::Html},
+        {L"html", Kind::Html}, {L"txt", Kind::Html}, {L"bmp", Kind::Bitmap},
+    };
+    const std::wstring key = ExtensionKey(path);
+    if (key.empty()) return Kind::None;
+    for (const auto& row : kTable)
+        if (EqualNoCase(key, row.key)) return row.kind;
+    return Kind::None;
+}
+
+std::vector<std::wstring> TextLines(std::string_view bytes, size_t maxLines) {
+    std::vector<std::wstring> lines;
+    if (maxLines == 0) return lines;
+    std::wstring text;
+    const auto byte = [&](size_t i) { return static_cast<unsigned char>(bytes[i]); };
+    if (bytes.size() >= 2 && ((byte(0) == 0xFF && byte(1) == 0xFE) || (byte(0) == 0xFE && byte(1) == 0xFF))) {
+        const bool little = byte(0) == 0xFF;
+        // Only as much as the lines asked for can need: a header is short.
+        const size_t units = (bytes.size() - 2) / 2;
+        text.reserve(units);
+        for (size_t i = 0; i < units; ++i) {
+            const unsigned a = byte(2 + 2 * i), b = byte(3 + 2 * i);
+            text.push_back(static_cast<wchar_t>(little ? (a | (b << 8)) : ((a << 8) | b)));
+        }
+    } else {
+        if (bytes.size() >= 3 && byte(0) == 0xEF && byte(1) == 0xBB && byte(2) == 0xBF) bytes.remove_prefix(3);
+        text = qv::Utf8ToWide(bytes);
+    }
+    SplitLines(text, maxLines, lines);
+    return lines;
+}
+
+bool IsHtmlFirstLine(std::wstring_view line) { return line.substr(0, 6) == L"<html "; }
+
+Office DetectOfficePage(const std::vector<std::wstring>& lines) {
+    static constexpr const wchar_t* kVml = L"<html xmlns:v=\"urn:schemas-microsoft-com:vml\"";
+    static constexpr const wchar_t* kOffice = L"xmlns:o=\"urn:schemas-microsoft-com:office:office\"";
+    static constexpr const wchar_t* kWord = L"xmlns:w=\"urn:schemas-microsoft-com:office:word\"";
+    static constexpr const wchar_t* kExcel = L"xmlns:x=\"urn:schemas-microsoft-com:office:excel\"";
+    if (lines.size() < 3) return Office::None;
+    if (!EqualNoCase(Trim(lines[0]), kVml)) return Office::None;
+    if (!EqualNoCase(Trim(lines[1]), kOffice)) return Office::None;
+    const std::wstring_view third = Trim(lines[2]);
+    if (EqualNoCase(third, kWord)) return Office::WordPage;
+    if (EqualNoCase(third, kExcel)) return Office::SpreadSheet;
+    return Office::None;
+}
+
+std::wstring_view OfficeExtension(Office office) {
+    switch (office) {
+    case Office::WordPage: return L"doc";
+    case Office::SpreadSheet: return L"xls";
+    case Office::None: break;
+    }
+    return {};
+}
+
+std::wstring OfficeFileName(std::wstring_view path, Office office) {
+    const std::wstring_view ext = OfficeExtension(office);
+    std::wstring_view name = path.substr(NameStart(path));
+    if (ext.empty() || name.empty()) return {};
+    const size_t dot = name.rfind(L'.');
+    if (dot != std::wstring_view::npos && dot > 0) name = name.substr(0, dot);
+    std::wstring result(name);
+    result += L'.';
+    result += ext;
+    return result;
+}
+
+std::wstring BrowserCommandLine(std::wstring_view registered, std::wstring_view file) {
+    std::wstring_view command = Trim(registered);
+    if (command.empty()) return {};
+    const size_t placeholder = command.find(L"%1");
+    if (placeholder != std::wstring_view::npos) {
+        size_t cut = placeholder;
+        // A quoted "%1" goes with its opening quote, or the command would
+        // end inside an open quote.
+        if (cut > 0 && command[cut - 1] == L'"') --cut;
+        command = Trim(command.substr(0, cut));
+    }
+    std::wstring line(command);
+    line += L' ';
+    line += file;
+    return line;
+}
+
+const wchar_t* ShellErrorText(long long code) {
+    switch (code) {
+    case 5: return L"Access denied";
+    case 8: return L"There was not enough memory to complete the operation";
+    case 11: return L"The .exe file is invalid";
+    case 26: return L"A sharing violation occurred";
+    case 31: return L"There is no application associated with the given file name extension";
+    default: return L"Unknown error";
+    }
+}
+
+}  // namespace qv::viewer

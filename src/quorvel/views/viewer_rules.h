@@ -1,0 +1,75 @@
+// The decisions of the image and page viewer, without a window: which viewer
+// a file name gets, whether a file is a page an office suite saved (and what
+// it is opened as then), the command line that starts the web browser, and
+// the texts of the shell's errors.
+//
+// Private to the library: the window classes (viewers.h) read the files and
+// the registry and hand the texts in here.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qv::viewer {
+
+// The viewer a file is shown in.
+enum class Kind {
+    None,    // no viewer: "File not found" shows in its place
+    Html,    // the embedded web browser (pictures, pages, text)
+    Bitmap,  // the bitmap viewer
+};
+
+// The up to three characters after the last "." of the file name (the part
+// after the last "\" or "/"), as they are; empty without a dot. A dot in a
+// folder name is no extension.
+std::wstring ExtensionKey(std::wstring_view path);
+
+// The viewer for a file name: "gif", "jpg", "htm" and "txt" (any case) go to
+// the web browser, "bmp" to the bitmap viewer, anything else to none. Only
+// three characters count, so "page.html" is a page and "photo.jpeg" (key
+// "jpe") has no viewer.
+Kind ChooseViewer(std::wstring_view path);
+
+// The lines of a text file's bytes: UTF-16 (little or big endian) with its
+// byte-order mark, otherwise UTF-8 (a mark is skipped; bytes that are not
+// UTF-8 come through as U+FFFD, which no header line contains). Lines end at
+// "\n", "\r\n" or "\r" and are given without the end. At most `maxLines`.
+std::vector<std::wstring> TextLines(std::string_view bytes, size_t maxLines);
+
+// Whether a first line starts an HTML file: it begins with "<html " (with
+// the blank, as written).
+bool IsHtmlFirstLine(std::wstring_view line);
+
+// The application an office page belongs to.
+enum class Office {
+    None,         // not an office page: opened as it is
+    WordPage,     // opened as a word-processor document (".doc")
+    SpreadSheet,  // opened as a spreadsheet (".xls")
+};
+
+// The office page a file's first lines announce: line 1 opens the vector
+// mark-up namespace on "<html", line 2 the office namespace, line 3 the
+// word-processor or the spreadsheet namespace. Each line is compared whole,
+// ignoring case and blanks around it; the first line that differs ends the
+// test with None.
+Office DetectOfficePage(const std::vector<std::wstring>& lines);
+
+// The extension an office page is opened with ("doc", "xls"; "" for None).
+std::wstring_view OfficeExtension(Office office);
+
+// The file name (no folder) an office page is opened under: the name with
+// its last extension replaced ("report.htm" -> "report.doc"; a name without
+// one gets it appended). Empty for None or a path without a file name.
+std::wstring OfficeFileName(std::wstring_view path, Office office);
+
+// The command that starts the web browser on `file`, from the browser's
+// registered open command: everything before its "%1" (all of it when there
+// is none), a blank, then the file. Empty when no command is registered.
+std::wstring BrowserCommandLine(std::wstring_view registered, std::wstring_view file);
+
+// The English text for a failed shell start (a result of 32 or less):
+// 5, 8, 11, 26 and 31 have their own texts, anything else "Unknown error".
+const wchar_t* ShellErrorText(long long code);
+
+}  // namespace qv::viewer
