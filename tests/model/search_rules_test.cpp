@@ -1,0 +1,145 @@
+// The search fields' rules: child layout, the WM_GETTEXT count, path kinds
+// and the long-path form, the folder pattern, system message lines, the
+// folder a browse dialog opens in and the messages of a failed "open".
+#include "quorvel/windows/search_rules.h"
+
+#include <gtest/gtest.h>
+
+#include <cwchar>
+#include <string>
+#include <tuple>
+
+namespace {
+
+namespace sr = qv::search;
+using qv::Box;
+
+std::tuple<int, int, int, int> Edges(const Box& b) { return {b.left, b.top, b.right, b.bottom}; }
+
+TEST(SearchRulesTest, ChildrenSitAtTheRightEdgeAsHighAsTheField) {
+    const struct { int width, height; bool open; Box edit, browse, open_; } cases[] = {
+        {200, 24, false, {0, 0, 173, 24}, {175, 0, 200, 24}, {}},
+        {200, 24, true, {0, 0, 144, 24}, {146, 0, 171, 24}, {175, 0, 200, 24}},
+        {20, 18, false, {0, 0, 0, 18}, {-5, 0, 20, 18}, {}},  // too narrow: the edit shrinks to nothing
+        {300, -3, true, {0, 0, 244, 0}, {246, 0, 271, 0}, {275, 0, 300, 0}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.width << " x " << c.height << (c.open ? " with open" : ""));
+        const sr::Layout l = sr::LayOut(c.width, c.height, c.open);
+        EXPECT_EQ(Edges(l.edit), Edges(c.edit));
+        EXPECT_EQ(Edges(l.browse), Edges(c.browse));
+        EXPECT_EQ(Edges(l.open), Edges(c.open_));
+    }
+}
+
+TEST(SearchRulesTest, GetTextCountsOneMoreAndNeverWritesPastTheBuffer) {
+    const struct { std::size_t length, size, copy; long long answer; } cases[] = {
+        {4, 10, 4, 5},    // the usual case: characters plus one
+        {0, 10, 0, 1},    {9, 10, 9, 10},
+        {10, 10, 9, 11},  // exactly the buffer's size: counted whole, copied short of the terminator
+        {11, 10, 9, 10},  // longer: size - 1 characters
+        {500, 260, 259, 260},
+        {4, 0, 0, 0},     // no buffer: nothing
+        {0, 1, 0, 1},     {3, 1, 0, 1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.length << " characters into " << c.size);
+        const sr::TextAnswer a = sr::AnswerGetText(c.length, c.size);
+        EXPECT_EQ(a.copy, c.copy);
+        EXPECT_EQ(a.answer, c.answer);
+        if (c.size > 0) {
+            EXPECT_LT(a.copy, c.size);
+        }
+    }
+}
+
+TEST(SearchRulesTest, PathKinds) {
+    const struct { const wchar_t* path; sr::PathKind kind; } cases[] = {
+        {L"", sr::PathKind::Empty},
+        {L" ", sr::PathKind::Relative},
+        {L"docs\\a.txt", sr::PathKind::Relative},
+        {L"C:docs", sr::PathKind::Relative},
+        {L"\\docs", sr::PathKind::Relative},
+        {L"C:\\", sr::PathKind::Drive},
+        {L"z:/tmp/a b.txt", sr::PathKind::Drive},
+        {L"\\\\server\\share\\x", sr::PathKind::Unc},
+        {L"//server/share", sr::PathKind::Unc},
+        {L"\\\\?\\C:\\x", sr::PathKind::Extended},
+        {L"\\\\?\\UNC\\server\\share", sr::PathKind::Extended},
+        {L"\\\\.\\COM1", sr::PathKind::Device},
+        {L"\\\\", sr::PathKind::Relative},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << "path '" << std::string(c.path, c.path + std::wcslen(c.path)) << "'");
+        EXPECT_EQ(sr::ClassifyPath(c.path), c.kind);
+    }
+}
+
+TEST(SearchRulesTest, LongPathsGetTheLongPathFormFolded) {
+    const struct { std::wstring path; std::size_t limit; std::wstring expected; } cases[] = {
+        // Short paths stay exactly as typed, whatever they hold.
+        {L"C:\\a\\..\\b", 259, L"C:\\a\\..\\b"},
+        {L"C:\\a\\b\\..\\.\\c//d", 5, L"\\\\?\\C:\\a\\c\\d"},
+        {L"C:\\x\\", 3, L"\\\\?\\C:\\x\\"},
+        {L"C:\\..\\..\\x", 3, L"\\\\?\\C:\\x"},  // ".." never climbs above the drive
+        {L"\\\\srv\\share\\..\\d\\f.txt", 5, L"\\\\?\\UNC\\srv\\share\\d\\f.txt"},
+        {L"//srv/share//d", 5, L"\\\\?\\UNC\\srv\\share\\d"},
+        {L"\\\\?\\C:\\a\\..\\b", 3, L"\\\\?\\C:\\a\\..\\b"},  // already long: taken as typed
+        {L"docs\\..\\x", 3, L"docs\\..\\x"},                  // relative: the caller's to make full
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << "limit " << c.limit << " path of " << c.path.size());
+        EXPECT_EQ(sr::FileSystemName(c.path, c.limit), c.expected);
+    }
+    // Past MAX_PATH, with blanks and non-Latin names: nothing is cut off.
+    std::wstring deep = L"C:\\";
+    for (int i = 0; i < 30; ++i) deep += L"Ordner \u00e4\u4e2d\u0444 " + std::to_wstring(i) + L"\\";
+    deep += L"Datei \u6587.txt";
+    ASSERT_GT(deep.size(), sr::kMaxPlainPath);
+    EXPECT_EQ(sr::FileSystemName(deep), L"\\\\?\\" + deep);
+    EXPECT_EQ(sr::FileSystemName(deep.substr(0, sr::kMaxPlainPath)), deep.substr(0, sr::kMaxPlainPath));
+}
+
+TEST(SearchRulesTest, FolderPatternAppendsEvenAfterABackslash) {
+    EXPECT_EQ(sr::FolderSearchPattern(L"C:\\"), L"C:\\\\*.*");
+    EXPECT_EQ(sr::FolderSearchPattern(L"C:\\tmp"), L"C:\\tmp\\*.*");
+    EXPECT_EQ(sr::FolderSearchPattern(L""), L"\\*.*");
+}
+
+TEST(SearchRulesTest, SystemMessagesShowTheirFirstLine) {
+    const struct { const wchar_t* message; const wchar_t* line; } cases[] = {
+        {L"The system cannot find the file specified.\r\n", L"The system cannot find the file specified."},
+        {L"First\nSecond", L"First"},
+        {L"Ends in blanks  \r\n", L"Ends in blanks"},
+        {L"\r\nNothing before", L""},
+        {L"No break", L"No break"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(sr::FirstLine(c.message), c.line);
+}
+
+TEST(SearchRulesTest, ParentFolderOfAFile) {
+    const struct { const wchar_t* path; const wchar_t* folder; } cases[] = {
+        {L"C:\\a\\b.txt", L"C:\\a"},
+        {L"C:\\b.txt", L"C:\\"},
+        {L"C:/x/y z.txt", L"C:/x"},
+        {L"\\\\srv\\share\\f", L"\\\\srv\\share"},
+        {L"name.txt", L""},
+    };
+    for (const auto& c : cases) EXPECT_EQ(sr::ParentFolder(c.path), c.folder);
+}
+
+TEST(SearchRulesTest, OpenFailureMessages) {
+    const struct { long long code; std::wstring text; } cases[] = {
+        {5, L"Access denied"},
+        {8, L"There was not enough memory to complete the operation"},
+        {11, L"The .exe file is invalid"},
+        {26, L"A sharing violation occurred"},
+        {31, L"There is no application associated with the given file name extension"},
+        {0, L"Unknown error"},
+        {2, L"Unknown error"},
+        {32, L"Unknown error"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(sr::OpenErrorText(c.code), c.text) << c.code;
+}
+
+}  // namespace
