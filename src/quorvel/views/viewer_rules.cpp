@@ -115,7 +115,10 @@ std::wstring_view OfficeExtension(Office office) {
 }
 
 std::wstring OfficeFileName(std::wstring_view path, Office office) {
-    const std::wstring_view ext = OfficeExtension(office);
+    return NameWithExtension(path, OfficeExtension(office));
+}
+
+std::wstring NameWithExtension(std::wstring_view path, std::wstring_view ext) {
     std::wstring_view name = path.substr(NameStart(path));
     if (ext.empty() || name.empty()) return {};
     const size_t dot = name.rfind(L'.');

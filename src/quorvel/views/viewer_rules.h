@@ -58,9 +58,13 @@ Office DetectOfficePage(const std::vector<std::wstring>& lines);
 // The extension an office page is opened with ("doc", "xls"; "" for None).
 std::wstring_view OfficeExtension(Office office);
 
-// The file name (no folder) an office page is opened under: the name with
-// its last extension replaced ("report.htm" -> "report.doc"; a name without
-// one gets it appended). Empty for None or a path without a file name.
+// The file name (no folder) of `path` with its last extension replaced by
+// `extension` ("report.htm", "doc" -> "report.doc"; a name without one gets
+// it appended). Empty for an empty extension or a path without a file name.
+std::wstring NameWithExtension(std::wstring_view path, std::wstring_view extension);
+
+// The file name an office page is opened under (NameWithExtension with its
+// office extension); empty for None.
 std::wstring OfficeFileName(std::wstring_view path, Office office);
 
 // The command that starts the web browser on `file`, from the browser's
