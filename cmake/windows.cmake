@@ -19,7 +19,7 @@ if(PROJECT_IS_TOP_LEVEL)
 endif()
 
 set(QV_SYSTEM_LIBS comctl32 comdlg32 shell32 shlwapi ole32 oleaut32 uuid gdi32 user32
-                   advapi32 msvfw32 windowscodecs msimg32 winspool)
+                   advapi32 msvfw32 windowscodecs msimg32 winspool oleacc)
 
 # ---- The library ------------------------------------------------------------
 add_library(quorvel SHARED ${QV_MODEL_SOURCES} ${QV_WIN_SOURCES} ${QV_ROOT}/src/resources/quorvel.rc)

@@ -174,6 +174,9 @@ TEST(ValueAddedRulesTest, RowsShowShownChildrenAndTheRemainder) {
     EXPECT_EQ(va::BuildRows(plan, entries, 0, 0, 0, false, L"x")[0].image, -1);
     EXPECT_EQ(va::FormatFixed(2.5, 40), L"2.500000000000000");  // decimals kept to 15
     EXPECT_EQ(va::FormatFixed(2.5, -3), L"2");                     // ... and to 0 (round half even)
+    EXPECT_EQ(va::FormatFixed(100.0 - 87.66 - 12.34, 2), L"0.00");  // not "-0.00"
+    EXPECT_EQ(va::FormatFixed(-0.004, 2), L"0.00");
+    EXPECT_EQ(va::FormatFixed(-0.006, 2), L"-0.01");
 }
 
 TEST(ValueAddedRulesTest, EditableRowsAndColours) {

@@ -12,6 +12,12 @@
 
 #include "quorvel/common/api.h"
 
+// {E41B9D02-7C5A-4A8F-B3E6-0F9D28C1A657}: the id the library's own
+// session-data manager answers (host_objects.h); the host's server has its
+// own, named with SessionSettings::UseSessionDataManager.
+inline constexpr IID IID_IZT_SessionDataMng = {
+    0xe41b9d02, 0x7c5a, 0x4a8f, {0xb3, 0xe6, 0x0f, 0x9d, 0x28, 0xc1, 0xa6, 0x57}};
+
 // The host's session-data manager (a COM server; the host names its class and
 // interface ids). The library calls only GetSessionValue, the tenth entry of
 // the function table; the six entries before it belong to the host.

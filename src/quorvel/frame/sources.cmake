@@ -9,6 +9,7 @@ list(APPEND QV_MODEL_SOURCES
 )
 list(APPEND QV_WIN_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/app.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/host_objects.cpp
   ${CMAKE_CURRENT_LIST_DIR}/services.cpp
   ${CMAKE_CURRENT_LIST_DIR}/session.cpp
   ${CMAKE_CURRENT_LIST_DIR}/siblings.cpp
@@ -17,6 +18,7 @@ list(APPEND QV_WIN_SOURCES
 # Installed headers: what a host includes, and what those include.
 list(APPEND QV_PUBLIC_HEADERS
   ${CMAKE_CURRENT_LIST_DIR}/app.h
+  ${CMAKE_CURRENT_LIST_DIR}/host_objects.h
   ${CMAKE_CURRENT_LIST_DIR}/services.h
   ${CMAKE_CURRENT_LIST_DIR}/session.h
   ${CMAKE_CURRENT_LIST_DIR}/siblings.h

@@ -14,6 +14,14 @@
 #include "quorvel/common/api.h"
 #include "quorvel/platform/com.h"
 
+// {5B7E0C41-2D8A-4E53-9F61-3C0A7D2B9E14}: the library's id for the data
+// object interface (a host whose objects answer another id wraps them).
+inline constexpr IID IID_IZT_BaseDataObject = {
+    0x5b7e0c41, 0x2d8a, 0x4e53, {0x9f, 0x61, 0x3c, 0x0a, 0x7d, 0x2b, 0x9e, 0x14}};
+// {8C2F4A17-6B3D-4F0E-A5C9-71E2D04B6A38}
+inline constexpr IID IID_IZT_Query = {
+    0x8c2f4a17, 0x6b3d, 0x4f0e, {0xa5, 0xc9, 0x71, 0xe2, 0xd0, 0x4b, 0x6a, 0x38}};
+
 // A data object of the host: related objects by key, type name, attributes.
 struct IZT_BaseDataObject : public IUnknown {
     virtual HRESULT STDMETHODCALLTYPE GetRelatedObject(BSTR key, IZT_BaseDataObject** related) = 0;

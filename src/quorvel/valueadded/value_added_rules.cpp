@@ -180,6 +180,8 @@ std::wstring WriteValueString(const EntryMap& entries) {
 std::wstring FormatFixed(double value, int decimals) {
     std::wstring out;
     AppendFixed(out, value, std::clamp(decimals, 0, 15));
+    // A sum that misses zero by a binary rounding shows as "0.00", not "-0.00".
+    if (out.size() > 1 && out[0] == L'-' && out.find_first_not_of(L"0.", 1) == std::wstring::npos) out.erase(0, 1);
     return out;
 }
 

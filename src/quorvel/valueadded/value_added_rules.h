@@ -72,7 +72,8 @@ bool ParseValueString(std::wstring_view value, EntryMap& entries);
 std::wstring WriteValueString(const EntryMap& entries);
 void AppendRecord(std::wstring& out, const ValueAddedEntry& entry);
 
-// "%.*f" with '.' (the list's cells); decimals are kept to 0..15.
+// "%.*f" with '.' (the list's cells); decimals are kept to 0..15, and a
+// value that rounds to zero has no minus sign.
 std::wstring FormatFixed(double value, int decimals);
 
 // ---- The cap and the roll-up -------------------------------------------------------

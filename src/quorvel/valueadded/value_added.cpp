@@ -1,0 +1,691 @@
+#include "quorvel/valueadded/value_added.h"
+
+#include <oleacc.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <utility>
+#include <vector>
+
+#include "quorvel/common/boundary.h"
+#include "quorvel/frame/host_objects.h"
+#include "quorvel/frame/services.h"
+#include "quorvel/frame/session.h"
+#include "quorvel/frame/zt_lang.h"
+#include "quorvel/valueadded/value_added_rules.h"
+
+namespace va = qv::valueadded;
+
+namespace {
+
+// Opens the field on the next editable row after Enter ended one; posted,
+// so the field that ended is gone before the next one opens.
+UINT EditNextMessage() {
+    static const UINT message = ::RegisterWindowMessageW(L"Quorvel.ValueAdded.EditNext");
+    return message;
+}
+
+std::wstring Translated(const wchar_t* text) {
+    const wchar_t* translated = CoTranslateText(text);
+    return translated ? translated : text;
+}
+
+// "Max. %.2f%% are assignable." with the maximum: only "%.2f" and "%%" are
+// replaced, so a translation with other percent signs cannot upset it.
+std::wstring FormatMaximum(const std::wstring& format, double max) {
+    std::wstring out;
+    for (size_t i = 0; i < format.size(); ++i) {
+        if (format.compare(i, 4, L"%.2f") == 0) {
+            out += va::FormatFixed(max, 2);
+            i += 3;
+        } else if (format.compare(i, 2, L"%%") == 0) {
+            out += L'%';
+            i += 1;
+        } else {
+            out += format[i];
+        }
+    }
+    return out;
+}
+
+// The accessible object of the in-place field: the system's own for an
+// edit, with the row's caption as its name.
+class NamedAccessible final : public IAccessible {
+public:
+    NamedAccessible(IAccessible* inner, std::wstring name) : inner_(inner), name_(std::move(name)) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        if (!out) return E_POINTER;
+        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) || IsEqualIID(iid, IID_IAccessible)) {
+            *out = static_cast<IAccessible*>(this);
+            AddRef();
+            return S_OK;
+        }
+        return inner_->QueryInterface(iid, out);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(::InterlockedIncrement(&refs_)); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const LONG left = ::InterlockedDecrement(&refs_);
+        if (left == 0) delete this;
+        return static_cast<ULONG>(left);
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* n) override { return inner_->GetTypeInfoCount(n); }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT i, LCID l, ITypeInfo** t) override { return inner_->GetTypeInfo(i, l, t); }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID r, LPOLESTR* n, UINT c, LCID l, DISPID* d) override {
+        return inner_->GetIDsOfNames(r, n, c, l, d);
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID d, REFIID r, LCID l, WORD f, DISPPARAMS* p, VARIANT* v, EXCEPINFO* e,
+                                     UINT* a) override {
+        return inner_->Invoke(d, r, l, f, p, v, e, a);
+    }
+    HRESULT STDMETHODCALLTYPE get_accParent(IDispatch** p) override { return inner_->get_accParent(p); }
+    HRESULT STDMETHODCALLTYPE get_accChildCount(long* n) override { return inner_->get_accChildCount(n); }
+    HRESULT STDMETHODCALLTYPE get_accChild(VARIANT c, IDispatch** p) override { return inner_->get_accChild(c, p); }
+    HRESULT STDMETHODCALLTYPE get_accName(VARIANT child, BSTR* name) override {
+        if (!name) return E_INVALIDARG;
+        if (child.vt == VT_I4 && child.lVal == CHILDID_SELF) {
+            *name = ::SysAllocStringLen(name_.data(), static_cast<UINT>(name_.size()));
+            return *name ? S_OK : E_OUTOFMEMORY;
+        }
+        return inner_->get_accName(child, name);
+    }
+    HRESULT STDMETHODCALLTYPE get_accValue(VARIANT c, BSTR* v) override { return inner_->get_accValue(c, v); }
+    HRESULT STDMETHODCALLTYPE get_accDescription(VARIANT c, BSTR* d) override { return inner_->get_accDescription(c, d); }
+    HRESULT STDMETHODCALLTYPE get_accRole(VARIANT c, VARIANT* r) override { return inner_->get_accRole(c, r); }
+    HRESULT STDMETHODCALLTYPE get_accState(VARIANT c, VARIANT* s) override { return inner_->get_accState(c, s); }
+    HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT c, BSTR* h) override { return inner_->get_accHelp(c, h); }
+    HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR* f, VARIANT c, long* t) override {
+        return inner_->get_accHelpTopic(f, c, t);
+    }
+    HRESULT STDMETHODCALLTYPE get_accKeyboardShortcut(VARIANT c, BSTR* k) override {
+        return inner_->get_accKeyboardShortcut(c, k);
+    }
+    HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* c) override { return inner_->get_accFocus(c); }
+    HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT* c) override { return inner_->get_accSelection(c); }
+    HRESULT STDMETHODCALLTYPE get_accDefaultAction(VARIANT c, BSTR* a) override {
+        return inner_->get_accDefaultAction(c, a);
+    }
+    HRESULT STDMETHODCALLTYPE accSelect(long f, VARIANT c) override { return inner_->accSelect(f, c); }
+    HRESULT STDMETHODCALLTYPE accLocation(long* l, long* t, long* w, long* h, VARIANT c) override {
+        return inner_->accLocation(l, t, w, h, c);
+    }
+    HRESULT STDMETHODCALLTYPE accNavigate(long d, VARIANT s, VARIANT* e) override { return inner_->accNavigate(d, s, e); }
+    HRESULT STDMETHODCALLTYPE accHitTest(long x, long y, VARIANT* c) override { return inner_->accHitTest(x, y, c); }
+    HRESULT STDMETHODCALLTYPE accDoDefaultAction(VARIANT c) override { return inner_->accDoDefaultAction(c); }
+    HRESULT STDMETHODCALLTYPE put_accName(VARIANT c, BSTR n) override { return inner_->put_accName(c, n); }
+    HRESULT STDMETHODCALLTYPE put_accValue(VARIANT c, BSTR v) override { return inner_->put_accValue(c, v); }
+
+private:
+    ~NamedAccessible() = default;
+    qv::ComPtr<IAccessible> inner_;
+    std::wstring name_;
+    LONG refs_ = 1;
+};
+
+}  // namespace
+
+// ---- XInPlaceFloatEdit -----------------------------------------------------------------
+
+XInPlaceFloatEdit::XInPlaceFloatEdit(int row, int column, int digits, int decimals)
+    : XMaskFloatEdit(digits, decimals), m_iRow(row), m_iColumn(column) {}
+
+void XInPlaceFloatEdit::SetAccessibleName(const std::wstring& name) try {
+    m_strAccessibleName = name;
+} catch (...) {
+    qv::CaughtAtEdge(" XInPlaceFloatEdit::SetAccessibleName", __LINE__);
+}
+
+LRESULT XInPlaceFloatEdit::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_GETOBJECT && static_cast<LONG>(lp) == OBJID_CLIENT && !m_strAccessibleName.empty()) {
+        IAccessible* standard = nullptr;
+        if (SUCCEEDED(::CreateStdAccessibleObject(m_hWnd, OBJID_CLIENT, IID_IAccessible,
+                                                  reinterpret_cast<void**>(&standard))) &&
+            standard) {
+            auto* named = new NamedAccessible(standard, m_strAccessibleName);
+            standard->Release();  // the wrapper holds its own reference
+            const LRESULT result = ::LresultFromObject(IID_IAccessible, wp, named);
+            named->Release();
+            return result;
+        }
+    }
+    return XMaskFloatEdit::WindowProc(msg, wp, lp);
+}
+
+UINT XInPlaceFloatEdit::OnGetDlgCode() { return XMaskFloatEdit::OnGetDlgCode() | DLGC_WANTALLKEYS; }
+
+void XInPlaceFloatEdit::OnChar(UINT ch, UINT repCnt, UINT flags) {
+    switch (ch) {
+    case VK_ESCAPE:
+        m_bCancelled = true;
+        [[fallthrough]];
+    case VK_RETURN:
+    case VK_TAB:
+        m_bEndedByEnter = ch == VK_RETURN;
+        ::SetFocus(GetParent());
+        return;
+    default:
+        XMaskFloatEdit::OnChar(ch, repCnt, flags);
+    }
+}
+
+void XInPlaceFloatEdit::OnKillFocus(HWND newFocus) {
+    if (m_bEnded) {
+        Default();
+        return;
+    }
+    if (!m_bCancelled) {
+        // The field's own check of what was typed; when it keeps the focus,
+        // the edit goes on.
+        XMaskFloatEdit::OnKillFocus(newFocus);
+        if (::GetFocus() == m_hWnd) return;
+    } else {
+        Default();
+    }
+    EndEdit();
+}
+
+void XInPlaceFloatEdit::EndEdit() {
+    m_bEnded = true;
+    const HWND list = GetParent();
+    const std::wstring text = GetWindowText();
+    if (list && ::IsWindow(list)) {
+        NMLVDISPINFOW info{};
+        info.hdr.hwndFrom = list;
+        info.hdr.idFrom = static_cast<UINT_PTR>(::GetDlgCtrlID(list));
+        info.hdr.code = LVN_ENDLABELEDITW;
+        info.item.mask = LVIF_TEXT;
+        info.item.iItem = m_iRow;
+        info.item.iSubItem = m_iColumn;
+        info.item.pszText = m_bCancelled ? nullptr : const_cast<wchar_t*>(text.c_str());
+        info.item.cchTextMax = static_cast<int>(text.size());
+        if (const HWND parent = ::GetParent(list))
+            ::SendMessageW(parent, WM_NOTIFY, info.hdr.idFrom, reinterpret_cast<LPARAM>(&info));
+    }
+    DestroyWindow();
+}
+
+void XInPlaceFloatEdit::Abandon() {
+    m_bEnded = true;
+    m_bCancelled = true;
+    DestroyWindow();
+}
+
+// ---- XValueAddedCtrl -------------------------------------------------------------------
+
+struct XValueAddedCtrl::State {
+    va::Config config;
+    va::EntryMap entries;
+};
+
+XValueAddedCtrl::XValueAddedCtrl() noexcept = default;
+
+XValueAddedCtrl::~XValueAddedCtrl() {
+    try {
+        RetireEdit();
+        // Our own WM_DESTROY must still reach this class (the field goes
+        // first); a subclassed window is left to the base class.
+        if (OwnsWindow() && IsWindow()) DestroyWindow();
+    } catch (...) {
+        qv::LogCaughtException(" XValueAddedCtrl::~XValueAddedCtrl", __LINE__);
+    }
+}
+
+XInPlaceFloatEdit* XValueAddedCtrl::GetInPlaceEdit() const noexcept {
+    return m_pEdit && m_pEdit->IsWindow() ? m_pEdit.get() : nullptr;
+}
+
+// Ends an open field without taking its text, and frees a field that has
+// ended. Never called while the field's own handlers run (they end it by
+// handing the focus back, and its object is freed the next time here).
+void XValueAddedCtrl::RetireEdit() {
+    if (!m_pEdit) return;
+    if (m_pEdit->IsWindow()) {
+        if (m_pEdit->m_bEnded) {
+            // Still inside its own ending: free it later.
+            m_retiredEdits.push_back(std::move(m_pEdit));
+            return;
+        }
+        m_pEdit->Abandon();
+    }
+    m_pEdit.reset();
+}
+
+BOOL XValueAddedCtrl::CreateCtrl(UINT& id, const RECT& rect, HFONT font, HWND parent, void* initData) try {
+    auto* init = static_cast<tagVAINITDATA*>(initData);
+    // The initial values are freed whatever happens, so a host frees
+    // nothing after the call.
+    struct FreeInit {
+        tagVAINITDATA* init;
+        ~FreeInit() {
+            if (init && init->pValues) XInitValueWrapper::FreeStruct(init->ulCount, init->pValues);
+            if (init) {
+                init->ulCount = 0;
+                init->pValues = nullptr;
+            }
+        }
+    } freeInit{init};
+
+    if (!parent || !::IsWindow(parent) || IsWindow()) return FALSE;
+    if (!Create(kStyle, rect, parent, id)) return FALSE;
+    if (font) SetFont(font);
+    ModifyStyleEx(0, WS_EX_CLIENTEDGE, SWP_FRAMECHANGED);
+    SetExtendedStyle(LVS_EX_FULLROWSELECT);
+
+    static const struct { const wchar_t* title; int width; int format; } kColumns[] = {
+        {L"", 20, LVCFMT_LEFT},
+        {L"Name", 200, LVCFMT_LEFT},
+        {L"Entered Percent [%]", 145, LVCFMT_RIGHT},
+        {L"Entered Time [sec]", 145, LVCFMT_RIGHT},
+        {L"Calculated Percent [%]", 145, LVCFMT_RIGHT},
+        {L"Calculated Time [sec]", 145, LVCFMT_RIGHT},
+    };
+    for (int i = 0; i < static_cast<int>(std::size(kColumns)); ++i) {
+        const std::wstring title = *kColumns[i].title ? Translated(kColumns[i].title) : std::wstring();
+        InsertColumn(i, title.c_str(), kColumns[i].format, kColumns[i].width);
+    }
+
+    qv::ComPtr<IZT_BaseDataObject> master;
+    if (init) {
+        XInitValueWrapper values(init->ulCount, init->pValues);
+        qv::Variant query, object;
+        if (values.GetData(L"pQuery", query) && query.vt == VT_UNKNOWN && query.punkVal) {
+            IZT_Query* q = nullptr;
+            if (SUCCEEDED(query.punkVal->QueryInterface(IID_IZT_Query, reinterpret_cast<void**>(&q))) && q)
+                m_pQuery.Attach(q);
+        }
+        if (values.GetData(L"pObject", object) && object.vt == VT_UNKNOWN && object.punkVal) {
+            IZT_BaseDataObject* o = nullptr;
+            if (SUCCEEDED(object.punkVal->QueryInterface(IID_IZT_BaseDataObject, reinterpret_cast<void**>(&o))) && o)
+                m_pObject.Attach(o);
+        }
+        XVAConfigFactory* factory = XVAConfigFactory::GetConfigFactory();
+        if (!factory) {
+            DestroyWindow();
+            return FALSE;
+        }
+        master = GetMasterPlanTypeSetFromObject(m_pObject);
+        if (!master) {
+            DestroyWindow();
+            return FALSE;
+        }
+        if (factory->InitPlanTypeSetVAConfig(master, m_pQuery)) factory->GetVAConfig(master, m_VAConfig);
+    }
+
+    // The configuration as the rules see it.
+    m_pState = std::make_unique<State>();
+    std::vector<tagVACONFIGITEM> groups, children;
+    m_VAConfig.GetGroups(groups);
+    for (const auto& group : groups) {
+        va::ConfigGroup g;
+        g.id = static_cast<std::int32_t>(group.lId);
+        g.name = group.strName;
+        m_VAConfig.GetChilds(group.lId, children);
+        for (const auto& child : children)
+            g.children.push_back({static_cast<std::int32_t>(child.lId), child.strName, child.bShown});
+        m_pState->config.push_back(std::move(g));
+    }
+
+    ReadSettings(static_cast<bool>(master));
+    SetValue(L"");
+    return TRUE;
+} catch (...) {
+    return qv::CaughtAtEdge(" XValueAddedCtrl::CreateCtrl", __LINE__, FALSE);
+}
+
+qv::ComPtr<IZT_BaseDataObject> XValueAddedCtrl::GetMasterPlanTypeSetFromObject(
+    qv::ComPtr<IZT_BaseDataObject> object) {
+    static const wchar_t kFunction[] = L"XValueAddedCtrl::GetMasterPlanTypeSetFromObject";
+    qv::ComPtr<IZT_BaseDataObject> project, typeSet, master;
+    qv::Bstr projectKey(L"voxeproject"), typeSetKey(L"voxendirtypeset"), masterKey(L"master");
+    if (!object || FAILED(object->GetRelatedObject(projectKey, &project)) || !project) {
+        XZTError::DisplayErrorMessageBox(qv::ModuleNameBstr(), kFunction, 986, L"Failed to get voxeproject!",
+                                         nullptr);
+        return {};
+    }
+    if (FAILED(project->GetRelatedObject(typeSetKey, &typeSet)) || !typeSet) {
+        XZTError::DisplayErrorMessageBox(qv::ModuleNameBstr(), kFunction, 1003, L"Failed to get voxendirtypeset!",
+                                         nullptr);
+        return {};
+    }
+    if (FAILED(typeSet->GetRelatedObject(masterKey, &master))) return {};
+    return master;
+}
+
+qv::ComPtr<IZT_SessionDataMng> XValueAddedCtrl::GetSessionDataManager() {
+    qv::SessionDataManager* manager = nullptr;
+    if (FAILED(qv::SessionDataManager::CreateInstance(&manager)) || !manager) return {};
+    qv::ComPtr<IZT_SessionDataMng> result;
+    result.Attach(manager);
+    return result;
+}
+
+void XValueAddedCtrl::ReadSettings(bool planTypeSet) {
+    qv::ComPtr<IZT_SessionDataMng> settings = GetSessionDataManager();
+    if (!settings) return;
+    qv::Variant folder;
+    qv::Bstr common(L"Common"), bitmaps(L"bitmaps");
+    if (settings->GetSessionValue(common, bitmaps, VT_BSTR, &folder, 0) == S_OK && folder.vt == VT_BSTR) {
+        std::wstring path = folder.Text();
+        if (!path.empty()) {
+            std::vector<tagVACONFIGITEM> groups, children;
+            m_VAConfig.GetGroups(groups);
+            if (!groups.empty()) m_VAConfig.GetChilds(groups.front().lId, children);
+            if (!groups.empty() && !children.empty()) {
+                if (path.back() != L'\\' && path.back() != L'/') path += L'\\';
+                const std::wstring group = path + groups.front().strBitmap + L".bmp";
+                const std::wstring child = path + children.front().strBitmap + L".bmp";
+                if (!m_ImageList.GetSafeHandle()) m_ImageList.Create(18, 17, ILC_COLOR32 | ILC_MASK, 2, 10);
+                int added = 0;
+                for (const std::wstring* file : {&group, &child}) {
+                    auto bitmap = static_cast<HBITMAP>(
+                        ::LoadImageW(nullptr, file->c_str(), IMAGE_BITMAP, 18, 17, LR_LOADFROMFILE));
+                    if (!bitmap) break;
+                    if (m_ImageList.Add(bitmap, RGB(255, 0, 255)) == added) ++added;
+                    ::DeleteObject(bitmap);
+                }
+                if (added == 2 && AssignImageList(&m_ImageList)) {
+                    SetImageList(m_ImageList.GetSafeHandle(), LVSIL_SMALL);
+                    m_bImages = true;
+                }
+            }
+        }
+    }
+    if (!planTypeSet) return;
+    qv::Bstr section(L"valueadded"), times(L"decimalplacestimes"), percents(L"decimalplacespercentage");
+    for (auto [name, target] : {std::pair{times.Get(), &m_iDecimalPlacesTimes},
+                                std::pair{percents.Get(), &m_iDecimalPlacesPercentage}}) {
+        qv::Variant value;
+        if (settings->GetSessionValue(section, name, VT_INT, &value, 0) != S_OK) continue;
+        if (value.vt == VT_INT) *target = std::clamp(value.intVal, 0, 15);
+        else if (value.vt == VT_I4) *target = std::clamp(static_cast<int>(value.lVal), 0, 15);
+    }
+}
+
+double XValueAddedCtrl::TotalTime() {
+    if (!m_pObject) return 0.0;
+    qv::Bstr type;
+    const bool process = SUCCEEDED(m_pObject->GetTypeName(&type)) && type.Str() == L"voxecompprocessdefault";
+    qv::Bstr name(process ? L"validtime_tg" : L"dbl_totalcalculated");
+    XZTComVariant value;
+    if (FAILED(m_pObject->GetAttributeValue(name, &value))) return 0.0;
+    return value.GetDouble();
+}
+
+bool XValueAddedCtrl::SetValue(const std::wstring& value) try {
+    m_bModified = false;
+    return Rebuild(value);
+} catch (...) {
+    return qv::CaughtAtEdge(" XValueAddedCtrl::SetValue", __LINE__, false);
+}
+
+std::wstring XValueAddedCtrl::GetValue() const try {
+    if (!m_bModified || !m_pState) return m_strValue;
+    return va::WriteValueString(m_pState->entries);
+} catch (...) {
+    return qv::CaughtAtEdge(" XValueAddedCtrl::GetValue", __LINE__, std::wstring());
+}
+
+bool XValueAddedCtrl::Rebuild(const std::wstring& value) {
+    m_strValue = value;
+    if (!IsWindow()) return false;
+    if (!m_pState) m_pState = std::make_unique<State>();
+    // A field still open points at a row that is about to go.
+    if (m_pEdit && m_pEdit->IsWindow() && !m_pEdit->m_bEnded) m_pEdit->Abandon();
+
+    SendMessage(WM_SETREDRAW, FALSE);
+    struct Redraw {
+        XValueAddedCtrl* list;
+        ~Redraw() {
+            list->SendMessage(WM_SETREDRAW, TRUE);
+            list->Invalidate();
+        }
+    } redraw{this};
+
+    if (!DeleteAllItems()) return false;
+    m_mapRows.clear();
+    m_pState->entries.clear();
+    va::EntryMap entries = va::BlankEntries(m_pState->config);
+    if (!va::ParseValueString(value, entries)) return false;
+    m_pState->entries = std::move(entries);
+
+    const std::vector<va::RowSpec> rows =
+        va::BuildRows(m_pState->config, m_pState->entries, TotalTime(), m_iDecimalPlacesPercentage,
+                      m_iDecimalPlacesTimes, m_bImages, Translated(L"Not Assigned"));
+    SendMessage(LVM_SETITEMCOUNT, rows.size());
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const va::RowSpec& spec = rows[i];
+        std::vector<qv::Variant> values;
+        values.reserve(6);
+        if (!m_bImages) values.emplace_back(L"");
+        values.emplace_back(spec.name);
+        values.emplace_back(spec.pe);
+        values.emplace_back(spec.te);
+        values.emplace_back(spec.pc);
+        values.emplace_back(spec.tc);
+        const int row = static_cast<int>(i);
+        if (!AddEntry(std::move(values), row, m_bImages ? std::max(spec.image, 0) : -1)) return false;
+        if (spec.hasCode) m_mapRows[row] = spec.code;
+    }
+    return true;
+}
+
+bool XValueAddedCtrl::EditableRow(int row) const {
+    if (!m_pState) return false;
+    const auto code = m_mapRows.find(row);
+    if (code == m_mapRows.end()) return false;
+    const auto entry = m_pState->entries.find(static_cast<va::EntryCode>(code->second));
+    if (entry == m_pState->entries.end()) return false;
+    return va::IsEditableRow(entry->second, m_pState->config, static_cast<std::int32_t>(m_lExcludedGroup));
+}
+
+bool XValueAddedCtrl::EditRow(int row) try {
+    if (!IsWindow() || m_bReadOnly || !(GetStyle() & LVS_EDITLABELS) || !EditableRow(row)) return false;
+    return EditSubLabel(row, kColumnEnteredPercent) != nullptr;
+} catch (...) {
+    return qv::CaughtAtEdge(" XValueAddedCtrl::EditRow", __LINE__, false);
+}
+
+// ---- Hit test and the field -----------------------------------------------------------
+
+int XValueAddedCtrl::HitTestEx(POINT& point, int& column) {
+    column = 0;
+    if ((GetStyle() & LVS_TYPEMASK) != LVS_REPORT) return -1;
+    HWND header = GetHeaderCtrl();
+    const int columns = header ? static_cast<int>(::SendMessageW(header, HDM_GETITEMCOUNT, 0, 0)) : 0;
+    std::vector<int> widths;
+    widths.reserve(static_cast<size_t>(std::max(columns, 0)));
+    for (int c = 0; c < columns; ++c) widths.push_back(GetColumnWidth(c));
+    const int count = GetItemCount();
+    const int top = GetTopIndex();
+    const int bottom = std::min(count, top + GetCountPerPage() + 1);
+    for (int row = std::max(top, 0); row < bottom; ++row) {
+        RECT rect{};
+        if (!GetItemRect(row, rect, LVIR_BOUNDS)) continue;
+        if (!::PtInRect(&rect, point)) continue;
+        const int hit = va::ColumnAt(point.x, rect.left, widths);
+        if (hit < 0) return -1;
+        column = hit;
+        return row;
+    }
+    return -1;
+}
+
+XInPlaceFloatEdit* XValueAddedCtrl::EditSubLabel(int row, int column) {
+    RetireEdit();
+    if (!EnsureVisible(row, true)) return nullptr;
+    HWND header = GetHeaderCtrl();
+    const int columns = header ? static_cast<int>(::SendMessageW(header, HDM_GETITEMCOUNT, 0, 0)) : 0;
+    if (column < 0 || column >= columns || GetColumnWidth(column) < 5) return nullptr;
+    int offset = 0;
+    for (int c = 0; c < column; ++c) offset += GetColumnWidth(c);
+    RECT rect{};
+    if (!GetItemRect(row, rect, LVIR_BOUNDS)) return nullptr;
+    const RECT client = GetClientRect();
+    va::EditSpan span = va::EditSpanFor(rect.left, offset, GetColumnWidth(column), client.right);
+    if (span.scroll != 0) {
+        Scroll(SIZE{span.scroll, 0});
+        // Where the list really scrolled to (it stops at its ends).
+        if (!GetItemRect(row, rect, LVIR_BOUNDS)) return nullptr;
+        span = va::EditSpanFor(rect.left, offset, GetColumnWidth(column), client.right);
+    }
+
+    LVCOLUMNW format{};
+    format.mask = LVCF_FMT;
+    GetColumn(column, &format);
+    DWORD align = ES_LEFT;
+    if ((format.fmt & LVCFMT_JUSTIFYMASK) == LVCFMT_RIGHT) align = ES_RIGHT;
+    else if ((format.fmt & LVCFMT_JUSTIFYMASK) == LVCFMT_CENTER) align = ES_CENTER;
+
+    const std::wstring cell = GetItemText(row, column);
+    auto edit = std::make_unique<XInPlaceFloatEdit>(row, column);
+    const RECT editRect{span.left, rect.top, std::max(span.left, span.right), rect.bottom};
+    if (!edit->Create(align | WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, editRect, m_hWnd, kEditId)) return nullptr;
+    edit->SetFont(GetFont());
+    std::wstring name = GetItemText(row, kColumnName);
+    name.erase(0, name.find_first_not_of(L' '));
+    edit->SetAccessibleName(name);
+    double start = 0.0;
+    String2Double(cell, start);
+    edit->SetValue(start);
+    m_pEdit = std::move(edit);
+    m_pEdit->SetFocus();
+    m_pEdit->SendMessage(EM_SETSEL, 0, -1);
+    return m_pEdit.get();
+}
+
+// ---- Messages ------------------------------------------------------------------------
+
+LRESULT XValueAddedCtrl::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == EditNextMessage()) {
+        // The next row that may be edited, after the one Enter ended.
+        const int count = GetItemCount();
+        for (int row = static_cast<int>(wp) + 1; row < count; ++row) {
+            if (EditableRow(row)) {
+                SetItemState(row, LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED | LVIS_SELECTED);
+                EditRow(row);
+                break;
+            }
+        }
+        return 0;
+    }
+    return XBaseListCtrl::WindowProc(msg, wp, lp);
+}
+
+void XValueAddedCtrl::OnDestroy() {
+    RetireEdit();
+    XBaseListCtrl::OnDestroy();
+}
+
+bool XValueAddedCtrl::OnReflectNotify(NMHDR* hdr, LRESULT* result) {
+    if (!hdr) return false;
+    switch (hdr->code) {
+    case LVN_ENDLABELEDITW: *result = OnEndLabelEdit(reinterpret_cast<NMLVDISPINFOW*>(hdr)); return true;
+    // Only the float field edits: the list view's own label editor would
+    // edit the picture column.
+    case LVN_BEGINLABELEDITW: *result = TRUE; return true;
+    case NM_CUSTOMDRAW: *result = OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW*>(hdr)); return true;
+    default: return XBaseListCtrl::OnReflectNotify(hdr, result);
+    }
+}
+
+void XValueAddedCtrl::OnLButtonDown(UINT flags, POINT pt) {
+    XBaseListCtrl::OnLButtonDown(flags, pt);
+    if (!IsWindow()) return;
+    int column = 0;
+    const int row = HitTestEx(pt, column);
+    if (row < 0 || column != kColumnEnteredPercent) return;
+    if (!(GetItemState(row, LVIS_FOCUSED) & LVIS_FOCUSED)) return;
+    if (EditRow(row)) SetItemState(row, 0, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+void XValueAddedCtrl::OnKeyDown(UINT vk, UINT repCnt, UINT flags) {
+    if (vk == VK_F2 || vk == VK_RETURN) {
+        const int row = GetNextItem(-1, LVNI_FOCUSED);
+        if (row >= 0 && EditRow(row)) return;
+    }
+    XBaseListCtrl::OnKeyDown(vk, repCnt, flags);
+}
+
+UINT XValueAddedCtrl::OnGetDlgCode() {
+    UINT code = XBaseListCtrl::OnGetDlgCode();
+    const auto* msg = reinterpret_cast<const MSG*>(GetCurrentMessage().lParam);
+    if (msg && msg->message == WM_KEYDOWN && msg->wParam == VK_RETURN) code |= DLGC_WANTMESSAGE;
+    return code;
+}
+
+void XValueAddedCtrl::OnHScroll(UINT code, UINT pos, HWND scrollBar) {
+    if (GetInPlaceEdit()) SetFocus();
+    XBaseListCtrl::OnHScroll(code, pos, scrollBar);
+}
+
+void XValueAddedCtrl::OnVScroll(UINT code, UINT pos, HWND scrollBar) {
+    if (GetInPlaceEdit()) SetFocus();
+    XBaseListCtrl::OnVScroll(code, pos, scrollBar);
+}
+
+LRESULT XValueAddedCtrl::OnEndLabelEdit(NMLVDISPINFOW* info) {
+    if (!info || !info->item.pszText || !m_pState) return 0;
+    const int row = info->item.iItem;
+    const bool moveOn = m_pEdit && m_pEdit->EndedByEnter();
+    // An emptied field means 0, as the field itself reads it.
+    double value = 0.0;
+    if (*info->item.pszText && !String2Double(info->item.pszText, value)) return 0;
+    const auto code = m_mapRows.find(row);
+    if (code == m_mapRows.end()) return 0;
+    const auto entry = static_cast<va::EntryCode>(code->second);
+    double max = 0.0;
+    switch (va::DecideEdit(m_pState->entries, entry, value, m_pState->config, &max)) {
+    case va::EditOutcome::NoChange: break;
+    case va::EditOutcome::OutOfRange: {
+        const std::wstring text =
+            Translated(L"Value out of range.") + L" " + FormatMaximum(Translated(L"Max. %.2f%% are assignable."), max);
+        CoErrorBox(nullptr, CoTranslateText(L"Error"), text.c_str(), 0);
+        return 0;
+    }
+    case va::EditOutcome::Accepted:
+        va::ApplyEdit(m_pState->entries, entry, value, TotalTime());
+        m_bModified = true;
+        Rebuild(GetValue());
+        break;
+    }
+    if (row >= 0 && row < GetItemCount()) SetItemState(row, LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED | LVIS_SELECTED);
+    if (moveOn) PostMessage(EditNextMessage(), static_cast<WPARAM>(row));
+    return 0;
+}
+
+LRESULT XValueAddedCtrl::OnCustomDraw(NMLVCUSTOMDRAW* draw) {
+    if (!draw) return CDRF_DODEFAULT;
+    switch (draw->nmcd.dwDrawStage) {
+    case CDDS_PREPAINT:
+    case CDDS_ITEMPREPAINT: return CDRF_NOTIFYITEMDRAW;
+    case CDDS_ITEMPREPAINT | CDDS_SUBITEM: {
+        const int row = static_cast<int>(draw->nmcd.dwItemSpec);
+        const va::ValueAddedEntry* entry = nullptr;
+        bool groupWithChildren = false;
+        if (m_pState) {
+            const auto code = m_mapRows.find(row);
+            if (code != m_mapRows.end()) {
+                const auto found = m_pState->entries.find(static_cast<va::EntryCode>(code->second));
+                if (found != m_pState->entries.end()) {
+                    entry = &found->second;
+                    groupWithChildren = entry->PID == 0 && !va::CountsTowardsCap(*entry, m_pState->config);
+                }
+            }
+        }
+        const va::CellColours colours = va::ColoursFor(draw->iSubItem, entry, groupWithChildren);
+        switch (colours.back) {
+        case va::CellBack::EditColumn: draw->clrTextBk = RGB(0xFA, 0xFA, 0xFA); break;
+        case va::CellBack::Light: draw->clrTextBk = ::GetSysColor(COLOR_3DLIGHT); break;
+        case va::CellBack::Default: draw->clrTextBk = CLR_DEFAULT; break;
+        }
+        switch (colours.text) {
+        case va::CellText::WindowText: draw->clrText = ::GetSysColor(COLOR_WINDOWTEXT); break;
+        case va::CellText::GrayText: draw->clrText = ::GetSysColor(COLOR_GRAYTEXT); break;
+        case va::CellText::Default: draw->clrText = CLR_DEFAULT; break;
+        }
+        return CDRF_DODEFAULT;
+    }
+    default: return CDRF_DODEFAULT;
+    }
+}
