@@ -14,7 +14,7 @@ const std::vector<PageInfo>& Pages() {
         {L"Value added", nullptr,
          L"The value-added list: process steps in groups, entered and calculated shares, edited in place under the "
          L"100 % cap.", nullptr},
-        {L"Viewers", nullptr, L"Image and HTML viewers that choose by file type.", nullptr},
+        {L"Viewers", BuildViewersPage, nullptr, nullptr},
         {L"Search fields", nullptr, L"File and folder search fields with browse buttons and path checks.", nullptr},
         {L"Splitter", BuildSplitterPage, nullptr, nullptr},
         {L"Line numbers", BuildLineNumbersPage, nullptr, nullptr},

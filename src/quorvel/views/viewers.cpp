@@ -509,14 +509,7 @@ LRESULT XHTMLView::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
     case WM_PRINTCLIENT:
         if (!HasBrowser()) {
-            const RECT client = GetClientRect();
-            ::FillRect(reinterpret_cast<HDC>(wp), &client, ::GetSysColorBrush(COLOR_WINDOW));
-            const std::wstring text = GetMessageText();
-            RECT box = client;
-            ::InflateRect(&box, -8, -8);
-            ::SetBkMode(reinterpret_cast<HDC>(wp), TRANSPARENT);
-            ::SetTextColor(reinterpret_cast<HDC>(wp), ::GetSysColor(COLOR_GRAYTEXT));
-            ::DrawTextW(reinterpret_cast<HDC>(wp), text.c_str(), -1, &box, DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
+            DrawMessage(reinterpret_cast<HDC>(wp));
             return 0;
         }
         return qv::Window::WindowProc(msg, wp, lp);
@@ -528,22 +521,29 @@ LRESULT XHTMLView::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
 void XHTMLView::OnPaint() {
     PAINTSTRUCT ps;
     const HDC dc = ::BeginPaint(m_hWnd, &ps);
-    if (dc && !HasBrowser()) {
-        const RECT client = GetClientRect();
-        ::FillRect(dc, &client, ::GetSysColorBrush(COLOR_WINDOW));
-        const std::wstring text = GetMessageText();
-        RECT box = client;
-        ::InflateRect(&box, -8, -8);
-        const HGDIOBJ oldFont = ::SelectObject(dc, ::GetStockObject(DEFAULT_GUI_FONT));
-        ::SetBkMode(dc, TRANSPARENT);
-        ::SetTextColor(dc, ::GetSysColor(COLOR_GRAYTEXT));
-        ::DrawTextW(dc, text.c_str(), -1, &box, DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
-        ::SelectObject(dc, oldFont);
-    }
+    if (dc && !HasBrowser()) DrawMessage(dc);
     ::EndPaint(m_hWnd, &ps);
 }
 
 BOOL XHTMLView::OnEraseBkgnd(HDC) { return TRUE; }
+
+void XHTMLView::DrawMessage(HDC dc) {
+    const RECT client = GetClientRect();
+    ::FillRect(dc, &client, ::GetSysColorBrush(COLOR_WINDOW));
+    const std::wstring text = GetMessageText();
+    RECT box = client;
+    ::InflateRect(&box, -8, -8);
+    const HGDIOBJ oldFont = ::SelectObject(dc, ::GetStockObject(DEFAULT_GUI_FONT));
+    ::SetBkMode(dc, TRANSPARENT);
+    ::SetTextColor(dc, ::GetSysColor(COLOR_GRAYTEXT));
+    // Centred in the view, as the "File not found" text of the image view.
+    RECT measured = box;
+    ::DrawTextW(dc, text.c_str(), -1, &measured, DT_CENTER | DT_WORDBREAK | DT_NOPREFIX | DT_CALCRECT);
+    const LONG height = measured.bottom - measured.top;
+    if (height < box.bottom - box.top) box.top += (box.bottom - box.top - height) / 2;
+    ::DrawTextW(dc, text.c_str(), -1, &box, DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
+    ::SelectObject(dc, oldFont);
+}
 
 void XHTMLView::OnSize(UINT type, int cx, int cy) {
     if (m_host && m_host->inPlace) {

@@ -135,6 +135,8 @@ protected:
 private:
     struct Host;
     void ReleaseBrowser() noexcept;
+    // Fills the view and writes GetMessageText() in its middle.
+    void DrawMessage(HDC dc);
     Host* m_host = nullptr;      // the container and the browser, null without one
     bool m_oleInitialized = false;
     std::wstring m_url;
