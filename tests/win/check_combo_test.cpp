@@ -234,4 +234,26 @@ TEST_F(CheckComboTest, TheColourVariantAnswersColourRequestsWithItsOwnBrushAndCo
     EXPECT_TRUE(px.DrawField(host_, combo, false) == px.DrawExpected(L"One", RGB(8, 0, 0), RGB(1, 2, 3)));
 }
 
+// The drop-down list's parent is the desktop window, which belongs to another
+// process. Taking the list over must not leave a subclass record there: it
+// would point into this process's memory, and the next process to take over a
+// list would follow it and crash.
+TEST_F(CheckComboTest, TakingOverTheListLeavesTheDesktopWindowAlone) {
+    const wchar_t* const kSubclassRecord = L"CC32SubclassInfo";
+    HWND desktop = ::GetDesktopWindow();
+    const HANDLE before = ::GetPropW(desktop, kSubclassRecord);
+    XCheckComboBox combo;
+    Make(combo, {{L"One", true}, {L"Two", false}});
+    combo.SetCurSel(1);
+    Open(combo);
+    ASSERT_NE(combo.GetCheckList(), nullptr);
+    EXPECT_EQ(::GetPropW(desktop, kSubclassRecord), before);
+    // The list still works through the combo box: opening checked the
+    // selection, Space toggles it back.
+    EXPECT_EQ(Checks(combo), (std::vector<int>{1, 1}));
+    combo.GetCheckList()->SendMessage(WM_KEYDOWN, VK_SPACE);
+    EXPECT_EQ(Checks(combo), (std::vector<int>{1, 0}));
+    combo.ShowDropDown(false);
+}
+
 }  // namespace

@@ -37,6 +37,7 @@
 #include "quorvel/controls/prompt.h"
 #include "quorvel/controls/static_text.h"
 #include "quorvel/lists/cfg_list.h"
+#include "quorvel/lists/check_combo.h"
 #include "quorvel/lists/custom_combo.h"
 #include "quorvel/lists/list_ctrl.h"
 #include "quorvel/lists/print_list_object.h"
@@ -412,6 +413,17 @@ std::vector<ControlRow> Rows() {
          }), kHoverControl},
         {"XBaseStatictextColor", Make<XBaseStatictextColor>([](auto& c, HWND p, HFONT f) {
              return c.Create(L"Label", kId, kRect, f, p, L"Help", false);
+    // Dropped down once, so the check list is taken over in every cycle.
+    const auto checkCombo = [](auto& c, HWND p, HFONT f) {
+        if (!c.Create(WS_CHILD | WS_VISIBLE | WS_VSCROLL, kTallRect, p, kId)) return false;
+        c.SetFont(f);
+        c.AddString(L"Early", true);
+        c.AddString(L"Late", false);
+        c.AddString(L"Early", false);
+        c.SendMessage(CB_SHOWDROPDOWN, TRUE);
+        c.SendMessage(CB_SHOWDROPDOWN, FALSE);
+        return c.IsChecked(L"Early") == false;
+    };
          }), kHoverControl},
         {"XMaskBaseEdit", Field<XMaskBaseEdit>(L""), kHoverControl},
         {"XMaskBaseEditColor", Field<XMaskBaseEditColor>(L""), kHoverControl},
@@ -484,6 +496,8 @@ HWND CreateParent() {
 }
 
 // The visible tooltip window of this thread (ours or a stock one), or null.
+        {"XCheckComboBox", Make<XCheckComboBox>(checkCombo), kNoTooltip},
+        {"XCheckComboBoxColor", Make<XCheckComboBoxColor>(checkCombo), kNoTooltip},
 HWND ShownTooltip() {
     HWND shown = nullptr;
     ::EnumThreadWindows(

@@ -18,9 +18,20 @@ constexpr UINT_PTR kReflectorSubclassId = 0x51560002;
 // hook at HCBT_CREATEWND, before the window sees WM_NCCREATE.
 thread_local Window* t_creating = nullptr;
 
+// Whether the window belongs to this process. A window's subclass record
+// is a pointer into the memory of the process that subclassed it, kept in a
+// window property that any process can read: asked about another process's
+// window (the desktop window is the parent of a combo box's drop-down list),
+// comctl32 would follow that pointer in our address space.
+bool OwnedByThisProcess(HWND hwnd) {
+    DWORD pid = 0;
+    return hwnd && ::GetWindowThreadProcessId(hwnd, &pid) != 0 && pid == ::GetCurrentProcessId();
+}
+
 // GetWindowSubclass is exported by comctl32 (by name in version 6, by
 // ordinal 411 before), but MinGW's import library does not list it.
 BOOL WindowSubclassRef(HWND hwnd, SUBCLASSPROC proc, UINT_PTR id, DWORD_PTR* ref) {
+    if (!OwnedByThisProcess(hwnd)) return FALSE;
     using Fn = BOOL(WINAPI*)(HWND, SUBCLASSPROC, UINT_PTR, DWORD_PTR*);
     static const Fn fn = [] {
         HMODULE comctl = ::GetModuleHandleW(L"comctl32.dll");
@@ -241,7 +252,10 @@ Window* Window::FromHandle(HWND hwnd) noexcept {
 }
 
 bool Window::InstallReflector(HWND parent) {
-    if (!parent || !::IsWindow(parent)) return false;
+    // Only a parent of this thread can be subclassed; a window of another
+    // process (the desktop) must not get a record it could hand to others.
+    if (!parent || !::IsWindow(parent) || ::GetWindowThreadProcessId(parent, nullptr) != ::GetCurrentThreadId())
+        return false;
     DWORD_PTR ref = 0;
     if (WindowSubclassRef(parent, &Window::ReflectorProc, kReflectorSubclassId, &ref)) return true;
     return ::SetWindowSubclass(parent, &Window::ReflectorProc, kReflectorSubclassId, 0) != FALSE;
