@@ -50,6 +50,7 @@
 #include "quorvel/platform/controls.h"
 #include "quorvel/platform/imagelist.h"
 #include "quorvel/tooltip/xtooltip.h"
+#include "quorvel/views/viewers.h"
 #include "quorvel/windows/line_number_edit.h"
 #include "quorvel/windows/splitter.h"
 #include "support/host.h"
@@ -358,6 +359,38 @@ private:
     bool made_ = false;
 };
 
+// A 24-bit bitmap of 32 x 32 in the temporary folder, written once, for the
+// viewers; a name beside it that does not exist.
+std::wstring SoakBitmap(bool exists = true) {
+    wchar_t temp[MAX_PATH + 1] = {};
+    ::GetTempPathW(MAX_PATH + 1, temp);
+    static const std::wstring path = [&] {
+        const std::wstring file = std::wstring(temp) + L"qv_soak_viewer.bmp";
+        std::string bmp = "BM";
+        const auto put = [&bmp](uint32_t v, int n) { for (int i = 0; i < n; ++i) bmp.push_back(char((v >> (8 * i)) & 0xFF)); };
+        put(54 + 32 * 32 * 3, 4), put(0, 4), put(54, 4), put(40, 4), put(32, 4), put(32, 4), put(1, 2), put(24, 2);
+        put(0, 4), put(32 * 32 * 3, 4), put(0, 4), put(0, 4), put(0, 4), put(0, 4);
+        for (int i = 0; i < 32 * 32; ++i) bmp += {char(i), char(i / 4), char(255 - i / 4)};
+        const HANDLE h = ::CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        DWORD written = 0;
+        if (h != INVALID_HANDLE_VALUE) ::WriteFile(h, bmp.data(), DWORD(bmp.size()), &written, nullptr), ::CloseHandle(h);
+        return file;
+    }();
+    return exists ? path : std::wstring(temp) + L"qv_soak_missing.bmp";
+}
+
+// A viewer of class T showing the bitmap, or "File not found" for the name
+// that does not exist.
+template <class T>
+Maker Viewer(bool exists) {
+    return Make<T>([exists](T& c, HWND p, HFONT f) {
+        UINT id = kId;
+        if (!c.CreateCtrl(id, kTallRect, f, p)) return false;
+        c.SetFilename(SoakBitmap(exists));
+        return exists ? c.GetViewerKind() == XImageView::kBitmapViewer : c.IsFileNotFoundShown();
+    });
+}
+
 enum Hover { kNoTooltip, kHoverControl, kHoverChild };
 
 struct ControlRow {
@@ -452,6 +485,9 @@ std::vector<ControlRow> Rows() {
         {"XMultiLineEditLN", Field<XMultiLineEditLN>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XMultiLineEditLNColor", Field<XMultiLineEditLNColor>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XSplitterWnd", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<Splitter>(p); }, kNoTooltip},
+        {"XImageView", Viewer<XImageView>(true), kNoTooltip},
+        {"XImageViewSimple", Viewer<XImageViewSimple>(false), kNoTooltip},
+        {"XBmpImageView", Viewer<XBmpImageView>(true), kNoTooltip},
         {"XBaseListCtrl", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<ReportList>(p); }, kNoTooltip},
         {"XCfgListCtrl", Make<XCfgListCtrl>([](auto& c, HWND p, HFONT) {
              if (!c.Create(WS_CHILD | WS_VISIBLE | LVS_REPORT, kTallRect, p, kId)) return false;

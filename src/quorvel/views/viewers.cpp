@@ -574,6 +574,9 @@ XImageView::XImageView() : m_scheme(::GetSysColor(COLOR_WINDOWTEXT), ::GetSysCol
 
 XImageView::~XImageView() {
     ViewerDelete();
+    // The tooltip goes before the buttons it watches, so that it lets go of
+    // them itself.
+    m_tooltip.DestroyWindow();
     DestroyWindow();
 }
 
@@ -940,5 +943,6 @@ BOOL XImageView::OnCommand(WPARAM wp, LPARAM lp) {
 
 void XImageView::OnDestroy() {
     ViewerDelete();
+    m_tooltip.DestroyWindow();
     Default();
 }
