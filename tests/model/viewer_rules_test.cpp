@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstdlib>
 #include <string>
 
 namespace {
@@ -110,6 +112,92 @@ TEST(ViewerRulesTest, TextLinesInEachEncoding) {
     };
     for (const auto& c : cases) EXPECT_EQ(vw::TextLines(c.bytes, 3), c.lines) << c.bytes;
     EXPECT_TRUE(vw::TextLines("abc", 0).empty());
+}
+
+// A .bmp file: `header` bytes of header (40 or a larger version), the
+// given fields, `colours` table entries, then `pixelBytes` bytes of pixels
+// numbered 0, 1, 2, ... so that their order can be followed.
+struct BmpSpec {
+    int headerSize = 40;
+    int32_t width = 3, height = 2;
+    uint16_t planes = 1, bits = 24;
+    uint32_t compression = 0, used = 0;
+    int colours = 0;
+    int pixelBytes = -1;  // -1: exactly what the rows need
+    int offBitsDelta = 0;
+};
+std::string File(const BmpSpec& b) {
+    std::string s;
+    const auto put = [&s](uint32_t v, int n) { for (int i = 0; i < n; ++i) s.push_back(char((v >> (8 * i)) & 0xFF)); };
+    const uint32_t stride = ((uint32_t(b.width) * b.bits + 31) / 32) * 4;
+    const uint32_t rows = uint32_t(b.height < 0 ? -b.height : b.height);
+    const uint32_t masks = (b.compression == 3 && b.headerSize == 40) ? 12 : 0;
+    const uint32_t offBits = 14 + uint32_t(b.headerSize) + masks + uint32_t(b.colours) * 4 + uint32_t(b.offBitsDelta);
+    s += "BM";
+    put(0, 4), put(0, 4), put(offBits, 4);
+    put(uint32_t(b.headerSize), 4), put(uint32_t(b.width), 4), put(uint32_t(b.height), 4), put(b.planes, 2), put(b.bits, 2);
+    put(b.compression, 4), put(0, 4), put(0, 4), put(0, 4), put(b.used, 4), put(0, 4);
+    for (int i = 40; i < b.headerSize; ++i) s.push_back(char(0xA0 + (i - 40) % 12));  // masks inside a larger header
+    for (uint32_t i = 0; i < masks; ++i) s.push_back(char(0xA0 + i));
+    for (int i = 0; i < b.colours * 4; ++i) s.push_back(char(0xC0 + i % 64));
+    s.resize(offBits, '\0');
+    const int pixels = b.pixelBytes >= 0 ? b.pixelBytes : int(stride * rows);
+    for (int i = 0; i < pixels; ++i) s.push_back(char(i));
+    return s;
+}
+
+TEST(ViewerRulesTest, BitmapFilesReadOrRefused) {
+    const struct { const char* what; BmpSpec spec; bool ok; size_t bitsOffset; } cases[] = {
+        {"24 bits", {}, true, 40},
+        {"32 bits", {.bits = 32}, true, 40},
+        {"8 bits, full palette", {.bits = 8, .colours = 256}, true, 40 + 1024},
+        {"8 bits, 3 colours used", {.bits = 8, .used = 3, .colours = 3}, true, 40 + 12},
+        {"4 bits, too many used", {.bits = 4, .used = 99, .colours = 16}, true, 40 + 64},
+        {"1 bit", {.width = 9, .bits = 1, .colours = 2}, true, 48},
+        {"16 bits with fields", {.bits = 16, .compression = 3}, true, 52},
+        {"32 bits, fields in a V5 header", {.headerSize = 124, .bits = 32, .compression = 3}, true, 52},
+        {"top-down", {.height = -2}, true, 40},
+        {"pixels after a gap", {.offBitsDelta = 10}, true, 40},
+        {"2 bits", {.bits = 2}, false, 0},
+        {"run-length", {.bits = 8, .compression = 1, .colours = 256}, false, 0},
+        {"fields at 24 bits", {.compression = 3}, false, 0},
+        {"embedded JPEG", {.compression = 4}, false, 0},
+        {"core header", {.headerSize = 12}, false, 0},
+        {"two planes", {.planes = 2}, false, 0},
+        {"no width", {.width = 0}, false, 0},
+        {"no height", {.height = 0}, false, 0},
+        {"too wide", {.width = 16001, .pixelBytes = 0}, false, 0},
+        {"one pixel byte short", {.pixelBytes = 23}, false, 0},
+        {"palette cut off", {.bits = 8, .colours = 10}, false, 0},
+    };
+    for (const auto& c : cases) {
+        vw::PackedDib dib;
+        ASSERT_EQ(vw::ParseBmp(File(c.spec), dib), c.ok) << c.what;
+        if (!c.ok) {
+            EXPECT_TRUE(dib.bytes.empty()) << c.what;
+            continue;
+        }
+        EXPECT_EQ(dib.bitsOffset, c.bitsOffset) << c.what;
+        EXPECT_EQ(dib.bitCount, c.spec.bits) << c.what;
+        EXPECT_EQ(dib.height, std::abs(c.spec.height)) << c.what;
+        EXPECT_EQ(dib.bytes[0], 40) << c.what;                        // always the 40-byte header
+        EXPECT_EQ(int32_t(dib.bytes[8] | dib.bytes[9] << 8), std::abs(c.spec.height)) << c.what;
+        if (c.spec.compression == 3) {
+            EXPECT_EQ(dib.bytes[40], 0xA0) << c.what;  // the masks kept
+        }
+    }
+}
+
+TEST(ViewerRulesTest, TopDownRowsAreTurnedOver) {
+    vw::PackedDib down, up;
+    ASSERT_TRUE(vw::ParseBmp(File({.height = -2}), down));
+    ASSERT_TRUE(vw::ParseBmp(File({.height = 2}), up));
+    // Rows of 12 bytes (3 pixels of 3 bytes, padded): the file's first row
+    // is the top one when top-down, the bottom one otherwise.
+    EXPECT_EQ(down.bytes[40], 12);
+    EXPECT_EQ(down.bytes[40 + 12], 0);
+    EXPECT_EQ(up.bytes[40], 0);
+    EXPECT_EQ(up.bytes[40 + 12], 12);
 }
 
 }  // namespace

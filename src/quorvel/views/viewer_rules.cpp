@@ -1,6 +1,8 @@
 #include "quorvel/views/viewer_rules.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "quorvel/common/utf8.h"
 
@@ -87,6 +89,94 @@ std::vector<std::wstring> TextLines(std::string_view bytes, size_t maxLines) {
     }
     SplitLines(text, maxLines, lines);
     return lines;
+}
+
+namespace {
+
+uint32_t U32(std::string_view b, size_t at) {
+    return static_cast<uint32_t>(static_cast<unsigned char>(b[at])) |
+           static_cast<uint32_t>(static_cast<unsigned char>(b[at + 1])) << 8 |
+           static_cast<uint32_t>(static_cast<unsigned char>(b[at + 2])) << 16 |
+           static_cast<uint32_t>(static_cast<unsigned char>(b[at + 3])) << 24;
+}
+uint16_t U16(std::string_view b, size_t at) {
+    return static_cast<uint16_t>(static_cast<unsigned char>(b[at]) | static_cast<unsigned char>(b[at + 1]) << 8);
+}
+void Put32(unsigned char* at, uint32_t v) {
+    for (int i = 0; i < 4; ++i) at[i] = static_cast<unsigned char>((v >> (8 * i)) & 0xFF);
+}
+void Put16(unsigned char* at, uint16_t v) {
+    at[0] = static_cast<unsigned char>(v & 0xFF);
+    at[1] = static_cast<unsigned char>(v >> 8);
+}
+
+constexpr uint32_t kRgb = 0, kBitFields = 3;  // the compression codes read
+
+}  // namespace
+
+bool ParseBmp(std::string_view file, PackedDib& dib) {
+    constexpr size_t kFileHeader = 14;
+    if (file.size() < kFileHeader + 40 || file[0] != 'B' || file[1] != 'M') return false;
+    const size_t offBits = U32(file, 10);
+    const size_t headerSize = U32(file, 14);
+    if (headerSize < 40 || headerSize > 1024 || kFileHeader + headerSize > file.size()) return false;
+    const long width = static_cast<int32_t>(U32(file, 18));
+    const long height = static_cast<int32_t>(U32(file, 22));
+    const unsigned planes = U16(file, 26);
+    const unsigned bitCount = U16(file, 28);
+    const uint32_t compression = U32(file, 30);
+    uint32_t colours = U32(file, 46);
+    if (width <= 0 || width > kMaxBitmapSide || height == 0 || height < -kMaxBitmapSide || height > kMaxBitmapSide ||
+        planes != 1)
+        return false;
+    switch (bitCount) {
+    case 1: case 4: case 8: case 16: case 24: case 32: break;
+    default: return false;
+    }
+    const bool bitFields = compression == kBitFields;
+    if (compression != kRgb && !(bitFields && (bitCount == 16 || bitCount == 32))) return false;
+    if (bitCount <= 8) {
+        if (colours == 0 || colours > (1u << bitCount)) colours = 1u << bitCount;
+    } else {
+        colours = 0;  // a colour table beside true colours only helps palette screens
+    }
+    // The masks follow a 40-byte header; the larger headers hold them at
+    // the same place, inside.
+    const size_t masksBytes = bitFields ? 12 : 0;
+    const size_t coloursAt = kFileHeader + headerSize + (headerSize == 40 ? masksBytes : 0);
+    const size_t coloursBytes = size_t{colours} * 4;
+    const size_t rows = static_cast<size_t>(height < 0 ? -height : height);
+    const size_t stride = ((static_cast<size_t>(width) * bitCount + 31) / 32) * 4;
+    const size_t imageBytes = stride * rows;
+    if (imageBytes > kMaxBitmapFile || coloursAt + coloursBytes > file.size()) return false;
+    if (offBits < coloursAt + coloursBytes || offBits > file.size() || file.size() - offBits < imageBytes) return false;
+
+    PackedDib out;
+    out.bitsOffset = 40 + masksBytes + coloursBytes;
+    out.width = static_cast<int>(width);
+    out.height = static_cast<int>(rows);
+    out.bitCount = static_cast<int>(bitCount);
+    out.bytes.assign(out.bitsOffset + imageBytes, 0);
+    unsigned char* h = out.bytes.data();
+    Put32(h, 40);                                    // size of the header
+    Put32(h + 4, static_cast<uint32_t>(width));
+    Put32(h + 8, static_cast<uint32_t>(rows));      // bottom-up, whatever the file had
+    Put16(h + 12, 1);                                // planes
+    Put16(h + 14, static_cast<uint16_t>(bitCount));
+    Put32(h + 16, compression);
+    Put32(h + 20, static_cast<uint32_t>(imageBytes));
+    Put32(h + 32, colours);                          // colours used (resolution and "important" stay 0)
+    if (masksBytes) std::copy_n(file.data() + kFileHeader + 40, masksBytes, out.bytes.data() + 40);
+    if (coloursBytes) std::copy_n(file.data() + coloursAt, coloursBytes, out.bytes.data() + 40 + masksBytes);
+    const char* pixels = file.data() + offBits;
+    unsigned char* target = out.bytes.data() + out.bitsOffset;
+    if (height > 0) {
+        std::copy_n(pixels, imageBytes, target);
+    } else {
+        for (size_t r = 0; r < rows; ++r) std::copy_n(pixels + (rows - 1 - r) * stride, stride, target + r * stride);
+    }
+    dib = std::move(out);
+    return true;
 }
 
 bool IsHtmlFirstLine(std::wstring_view line) { return line.substr(0, 6) == L"<html "; }

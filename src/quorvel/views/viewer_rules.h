@@ -31,6 +31,29 @@ std::wstring ExtensionKey(std::wstring_view path);
 // "jpe") has no viewer.
 Kind ChooseViewer(std::wstring_view path);
 
+// A bitmap file read for drawing: a packed device-independent bitmap (a
+// 40-byte header, then the three bit-field masks or the colour table, then
+// the pixel rows bottom-up, each padded to 4 bytes), as the drawing
+// functions take it.
+struct PackedDib {
+    std::vector<unsigned char> bytes;
+    size_t bitsOffset = 0;  // where the pixel rows start in `bytes`
+    int width = 0;
+    int height = 0;         // always positive: top-down files are turned over
+    int bitCount = 0;
+};
+
+// The largest side read, and the largest file.
+inline constexpr long kMaxBitmapSide = 16000;
+inline constexpr size_t kMaxBitmapFile = size_t{1} << 30;
+
+// Reads a .bmp file's bytes: 1, 4, 8, 16, 24 or 32 bits per pixel,
+// uncompressed, or with bit fields at 16 and 32 bits; headers of 40 bytes and
+// the larger versions. False (and `dib` untouched) for anything else: core
+// headers, run-length compression, embedded JPEG or PNG, sizes of zero or
+// over kMaxBitmapSide, pixels or colours the file is too short for.
+bool ParseBmp(std::string_view file, PackedDib& dib);
+
 // The lines of a text file's bytes: UTF-16 (little or big endian) with its
 // byte-order mark, otherwise UTF-8 (a mark is skipped; bytes that are not
 // UTF-8 come through as U+FFFD, which no header line contains). Lines end at

@@ -65,86 +65,6 @@ std::wstring TempFolder() {
     return (n > 0 && n <= MAX_PATH) ? std::wstring(buffer, n) : std::wstring();
 }
 
-// ---- Reading a .bmp file into a packed bitmap -----------------------------------
-
-// Little-endian fields of the file, read without alignment assumptions.
-uint32_t U32(const std::string& b, size_t at) {
-    return static_cast<uint32_t>(static_cast<unsigned char>(b[at])) |
-           static_cast<uint32_t>(static_cast<unsigned char>(b[at + 1])) << 8 |
-           static_cast<uint32_t>(static_cast<unsigned char>(b[at + 2])) << 16 |
-           static_cast<uint32_t>(static_cast<unsigned char>(b[at + 3])) << 24;
-}
-uint16_t U16(const std::string& b, size_t at) {
-    return static_cast<uint16_t>(static_cast<unsigned char>(b[at]) | static_cast<unsigned char>(b[at + 1]) << 8);
-}
-
-// The largest picture read: 16 000 x 16 000 pixels, 1 GiB of pixels.
-constexpr long kMaxSide = 16000;
-constexpr size_t kMaxFile = size_t{1} << 30;
-
-// The packed bitmap (a 40-byte header, the bit-field masks or the colours,
-// the pixels bottom-up) and where its pixels start; false for a file that is
-// no bitmap this viewer draws.
-bool ReadBmp(const std::string& file, std::vector<unsigned char>& dib, size_t& bitsOffset) {
-    constexpr size_t kFileHeader = 14;
-    if (file.size() < kFileHeader + 40 || file[0] != 'B' || file[1] != 'M') return false;
-    const size_t offBits = U32(file, 10);
-    const size_t headerSize = U32(file, 14);
-    if (headerSize < 40 || headerSize > 1024 || kFileHeader + headerSize > file.size()) return false;
-    const long width = static_cast<int32_t>(U32(file, 18));
-    const long height = static_cast<int32_t>(U32(file, 22));
-    const unsigned planes = U16(file, 26);
-    const unsigned bitCount = U16(file, 28);
-    const uint32_t compression = U32(file, 30);
-    uint32_t colours = U32(file, 46);
-    if (width <= 0 || height == 0 || height < -kMaxSide || height > kMaxSide || width > kMaxSide || planes != 1)
-        return false;
-    switch (bitCount) {
-    case 1: case 4: case 8: case 16: case 24: case 32: break;
-    default: return false;
-    }
-    const bool bitFields = compression == BI_BITFIELDS;
-    if (compression != BI_RGB && !(bitFields && (bitCount == 16 || bitCount == 32))) return false;
-    if (bitCount <= 8) {
-        if (colours == 0 || colours > (1u << bitCount)) colours = 1u << bitCount;
-    } else {
-        colours = 0;  // a colour table beside true colours is only a hint for palettes
-    }
-    // Masks follow a 40-byte header, and sit inside the larger headers at
-    // the same place.
-    const size_t masksBytes = bitFields ? 12 : 0;
-    const size_t coloursAt = kFileHeader + headerSize + (headerSize == 40 ? masksBytes : 0);
-    const size_t coloursBytes = size_t{colours} * 4;
-    const size_t rows = static_cast<size_t>(height < 0 ? -height : height);
-    const size_t stride = ((static_cast<size_t>(width) * bitCount + 31) / 32) * 4;
-    const size_t imageBytes = stride * rows;
-    if (imageBytes > kMaxFile || coloursAt + coloursBytes > file.size()) return false;
-    if (offBits < coloursAt + coloursBytes || offBits > file.size() || file.size() - offBits < imageBytes) return false;
-
-    bitsOffset = 40 + masksBytes + coloursBytes;
-    dib.assign(bitsOffset + imageBytes, 0);
-    BITMAPINFOHEADER header{};
-    header.biSize = sizeof header;
-    header.biWidth = width;
-    header.biHeight = static_cast<LONG>(rows);  // bottom-up, whatever the file had
-    header.biPlanes = 1;
-    header.biBitCount = static_cast<WORD>(bitCount);
-    header.biCompression = compression;
-    header.biSizeImage = static_cast<DWORD>(imageBytes);
-    header.biClrUsed = colours;
-    std::memcpy(dib.data(), &header, sizeof header);
-    if (masksBytes) std::memcpy(dib.data() + 40, file.data() + kFileHeader + 40, masksBytes);
-    if (coloursBytes) std::memcpy(dib.data() + 40 + masksBytes, file.data() + coloursAt, coloursBytes);
-    const char* pixels = file.data() + offBits;
-    if (height > 0) {
-        std::memcpy(dib.data() + bitsOffset, pixels, imageBytes);
-    } else {
-        for (size_t r = 0; r < rows; ++r)
-            std::memcpy(dib.data() + bitsOffset + r * stride, pixels + (rows - 1 - r) * stride, stride);
-    }
-    return true;
-}
-
 }  // namespace
 
 // ===================================================================================
@@ -179,12 +99,11 @@ void XDIBView::CloseDrawDib() noexcept {
 bool XDIBView::DisplayBMP(const std::wstring& path) try {
     Clear();
     std::string file;
-    if (!ReadHead(path, kMaxFile + 4096, file)) return false;
-    std::vector<unsigned char> dib;
-    size_t bitsOffset = 0;
-    if (!ReadBmp(file, dib, bitsOffset)) return false;
-    m_dib = std::move(dib);
-    m_bitsOffset = bitsOffset;
+    if (!ReadHead(path, vw::kMaxBitmapFile + 4096, file)) return false;
+    vw::PackedDib dib;
+    if (!vw::ParseBmp(file, dib)) return false;
+    m_dib = std::move(dib.bytes);
+    m_bitsOffset = dib.bitsOffset;
     if (m_drawDib && IsWindow()) {
         // Palette pictures get the palette DrawDib makes for them.
         qv::ClientDC dc(m_hWnd);
