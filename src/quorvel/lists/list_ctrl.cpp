@@ -257,6 +257,7 @@ void XBaseListCtrl::SetUpWindow(bool created) {
     if (m_pImageList) SetImageList(m_pImageList->GetSafeHandle(), LVSIL_SMALL);
     SendMessage(LVM_SETEXTENDEDLISTVIEWSTYLE, 0, kExtendedStyle);
     if (created) ModifyStyle(0, LVS_SINGLESEL);
+    m_listViewProc = reinterpret_cast<WNDPROC>(::GetClassLongPtrW(m_hWnd, GCLP_WNDPROC));
     // The list view's header (its child with id 0, which LVM_GETHEADER
     // names without mistaking a label-edit field for it).
     HWND header = GetHeaderCtrl();
@@ -327,7 +328,18 @@ const int* XBaseListCtrl::KeyOf(int item) const {
 }
 
 XBaseListCtrl::RowData* XBaseListCtrl::RowOf(int row) const {
-    return reinterpret_cast<RowData*>(GetItemData(row));
+    LVITEMW item{};
+    item.mask = LVIF_PARAM;
+    item.iItem = row;
+    if (!AskListView(LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item))) return nullptr;
+    return reinterpret_cast<RowData*>(item.lParam);
+}
+
+int XBaseListCtrl::RowCount() const { return static_cast<int>(AskListView(LVM_GETITEMCOUNT, 0, 0)); }
+
+LRESULT XBaseListCtrl::AskListView(UINT msg, WPARAM wp, LPARAM lp) const {
+    if (m_listViewProc) return ::CallWindowProcW(m_listViewProc, m_hWnd, msg, wp, lp);
+    return ::SendMessageW(m_hWnd, msg, wp, lp);
 }
 
 // ---- Rows -----------------------------------------------------------------------
@@ -391,6 +403,23 @@ bool XBaseListCtrl::AddEntry(std::vector<qv::Variant> values, int row, int image
     return true;
 } catch (...) {
     return qv::CaughtAtEdge(" XBaseListCtrl::AddEntry", __LINE__, false);
+}
+
+bool XBaseListCtrl::ReplaceRowValues(int row, std::vector<qv::Variant> values) try {
+    if (!IsWindow() || row < 0 || row >= RowCount() || m_bColumnsNotKeyed) return false;
+    RowData* data = RowOf(row);
+    HWND header = HeaderWindow();
+    const int columns = ItemCount(header);
+    const int first = ql::FirstValueColumn(m_pImageList != nullptr);
+    if (!data || values.empty() || static_cast<int>(values.size()) != columns - first) return false;
+    for (size_t i = 0; i < values.size(); ++i) {
+        const int* key = KeyOf(first + static_cast<int>(i));
+        if (!key) return false;
+        (*data)[*key] = std::move(values[i]);
+    }
+    return true;
+} catch (...) {
+    return qv::CaughtAtEdge(" XBaseListCtrl::ReplaceRowValues", __LINE__, false);
 }
 
 bool XBaseListCtrl::ChangeEntry(std::vector<qv::Variant> values, int row, int image) try {

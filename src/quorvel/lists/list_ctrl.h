@@ -225,6 +225,12 @@ protected:
     virtual LRESULT OnGetdispinfo(NMLVDISPINFOW* info);            // LVN_GETDISPINFOW
     virtual LRESULT OnRclick(NMHDR* hdr);                          // NM_RCLICK
 
+    // Gives row `row` new values (one per value column, in column order)
+    // and keeps its image, states and position: what a derived list uses to
+    // change the figures of rows it shows again, without the list view's
+    // costly deletion and insertion. False for a row without values or
+    // values that do not fit the columns.
+    bool ReplaceRowValues(int row, std::vector<qv::Variant> values);
     // The held object's columns and cells; false without an object.
     bool CreatePrintData();
     // Frees every key and row (the items and header items keep their data
@@ -251,6 +257,15 @@ private:
     // The key kept in header item `item`, or null.
     const int* KeyOf(int item) const;
     RowData* RowOf(int row) const;
+    // The list view's item count, asked of the list view's own procedure.
+    int RowCount() const;
+    // Read-only questions (an item's data, the item count) go straight to
+    // the list view's class procedure: a message through the window
+    // subclasses costs far more than the answer (under Wine each
+    // subclass looks itself up in the window's properties), and the rows'
+    // data are ours to read.
+    LRESULT AskListView(UINT msg, WPARAM wp, LPARAM lp) const;
+    WNDPROC m_listViewProc = nullptr;
     // The notifications of rows deleted by the list view.
     void OnDeleteItem(LPARAM data);
     void OnDeleteAllItems();

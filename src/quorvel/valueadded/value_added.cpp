@@ -442,19 +442,19 @@ bool XValueAddedCtrl::Rebuild(const std::wstring& value) {
         }
     } redraw{this};
 
-    if (!DeleteAllItems()) return false;
-    m_mapRows.clear();
-    m_pState->entries.clear();
     va::EntryMap entries = va::BlankEntries(m_pState->config);
-    if (!va::ParseValueString(value, entries)) return false;
+    if (!va::ParseValueString(value, entries)) {
+        DeleteAllItems();
+        m_mapRows.clear();
+        m_pState->entries.clear();
+        return false;
+    }
     m_pState->entries = std::move(entries);
 
     const std::vector<va::RowSpec> rows =
         va::BuildRows(m_pState->config, m_pState->entries, TotalTime(), m_iDecimalPlacesPercentage,
                       m_iDecimalPlacesTimes, m_bImages, Translated(L"Not Assigned"));
-    SendMessage(LVM_SETITEMCOUNT, rows.size());
-    for (size_t i = 0; i < rows.size(); ++i) {
-        const va::RowSpec& spec = rows[i];
+    auto valuesOf = [this](const va::RowSpec& spec) {
         std::vector<qv::Variant> values;
         values.reserve(6);
         if (!m_bImages) values.emplace_back(L"");
@@ -463,8 +463,35 @@ bool XValueAddedCtrl::Rebuild(const std::wstring& value) {
         values.emplace_back(spec.te);
         values.emplace_back(spec.pc);
         values.emplace_back(spec.tc);
+        return values;
+    };
+
+    // The rows follow the configuration, which stays: when the list shows
+    // these very rows already, only their figures change. Deleting and
+    // inserting every row costs the list view far more than the figures.
+    bool same = GetItemCount() == static_cast<int>(rows.size());
+    for (size_t i = 0; same && i < rows.size(); ++i) {
+        const auto known = m_mapRows.find(static_cast<int>(i));
+        same = rows[i].hasCode ? known != m_mapRows.end() && known->second == rows[i].code
+                               : known == m_mapRows.end();
+    }
+    if (same) {
+        for (size_t i = 0; i < rows.size(); ++i) {
+            if (!ReplaceRowValues(static_cast<int>(i), valuesOf(rows[i]))) {
+                same = false;
+                break;
+            }
+        }
+        if (same) return true;
+    }
+
+    if (!DeleteAllItems()) return false;
+    m_mapRows.clear();
+    SendMessage(LVM_SETITEMCOUNT, rows.size());
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const va::RowSpec& spec = rows[i];
         const int row = static_cast<int>(i);
-        if (!AddEntry(std::move(values), row, m_bImages ? std::max(spec.image, 0) : -1)) return false;
+        if (!AddEntry(valuesOf(spec), row, m_bImages ? std::max(spec.image, 0) : -1)) return false;
         if (spec.hasCode) m_mapRows[row] = spec.code;
     }
     return true;
