@@ -413,6 +413,17 @@ std::vector<ControlRow> Rows() {
         return c.Create(L"", kId, kTallRect, f, p) && ::SendMessageW(c, CB_ADDSTRING, 0, LPARAM(L"Chosen")) >= 0 &&
                ::SendMessageW(c, CB_SETCURSEL, 0, 0) == 0;
     };
+    // Dropped down once, so the check list is taken over in every cycle.
+    const auto checkCombo = [](auto& c, HWND p, HFONT f) {
+        if (!c.Create(WS_CHILD | WS_VISIBLE | WS_VSCROLL, kTallRect, p, kId)) return false;
+        c.SetFont(f);
+        c.AddString(L"Early", true);
+        c.AddString(L"Late", false);
+        c.AddString(L"Early", false);
+        c.SendMessage(CB_SHOWDROPDOWN, TRUE);
+        c.SendMessage(CB_SHOWDROPDOWN, FALSE);
+        return c.IsChecked(L"Early") == false;
+    };
     return {
         {"XBaseEdit", Field<XBaseEdit>(), kHoverControl},
         {"XBaseEditColor", Field<XBaseEditColor>(), kHoverControl},
@@ -446,17 +457,6 @@ std::vector<ControlRow> Rows() {
          }), kHoverControl},
         {"XBaseStatictextColor", Make<XBaseStatictextColor>([](auto& c, HWND p, HFONT f) {
              return c.Create(L"Label", kId, kRect, f, p, L"Help", false);
-    // Dropped down once, so the check list is taken over in every cycle.
-    const auto checkCombo = [](auto& c, HWND p, HFONT f) {
-        if (!c.Create(WS_CHILD | WS_VISIBLE | WS_VSCROLL, kTallRect, p, kId)) return false;
-        c.SetFont(f);
-        c.AddString(L"Early", true);
-        c.AddString(L"Late", false);
-        c.AddString(L"Early", false);
-        c.SendMessage(CB_SHOWDROPDOWN, TRUE);
-        c.SendMessage(CB_SHOWDROPDOWN, FALSE);
-        return c.IsChecked(L"Early") == false;
-    };
          }), kHoverControl},
         {"XMaskBaseEdit", Field<XMaskBaseEdit>(L""), kHoverControl},
         {"XMaskBaseEditColor", Field<XMaskBaseEditColor>(L""), kHoverControl},
@@ -496,6 +496,8 @@ std::vector<ControlRow> Rows() {
              for (const wchar_t* key : {L"b", L"A", L"c", L"B"}) c.SetItemText(c.InsertItem(0, key), 1, L"1");
              return c.SortCtrl(0, true);
          }), kNoTooltip},
+        {"XCheckComboBox", Make<XCheckComboBox>(checkCombo), kNoTooltip},
+        {"XCheckComboBoxColor", Make<XCheckComboBoxColor>(checkCombo), kNoTooltip},
         {"XCustomCombo", Make<XCustomCombo>([](auto& c, HWND p, HFONT f) {
              if (!c.Create(L"Part", kId, kTallRect, f, p)) return false;
              for (const wchar_t* text : {L"Hex bolt M8", L"Washer M8", L"Hex nut M6"}) c.AddEntry(text, 1);
@@ -532,8 +534,6 @@ HWND CreateParent() {
 }
 
 // The visible tooltip window of this thread (ours or a stock one), or null.
-        {"XCheckComboBox", Make<XCheckComboBox>(checkCombo), kNoTooltip},
-        {"XCheckComboBoxColor", Make<XCheckComboBoxColor>(checkCombo), kNoTooltip},
 HWND ShownTooltip() {
     HWND shown = nullptr;
     ::EnumThreadWindows(
