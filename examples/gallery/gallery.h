@@ -42,6 +42,8 @@ std::unique_ptr<PageObjects> BuildDatesPage(HWND page);
 std::unique_ptr<PageObjects> BuildNumericPage(HWND page);
 std::unique_ptr<PageObjects> BuildSplitterPage(HWND page);
 std::unique_ptr<PageObjects> BuildViewersPage(HWND page);
+std::unique_ptr<PageObjects> BuildValueAddedPage(HWND page);
+void ShowValueAddedForShot(HWND page);
 // The "Buttons" page, built in two halves: script buttons on the left
 // (x below 500), the button container and colour buttons on the right.
 std::unique_ptr<PageObjects> BuildButtonsPage(HWND page);

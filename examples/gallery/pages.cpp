@@ -11,9 +11,7 @@ const std::vector<PageInfo>& Pages() {
         {L"Tooltips", BuildTooltipPage, nullptr, ShowTooltipForShot},
         {L"Base controls", BuildBaseControlsPage, nullptr, nullptr},
         {L"Lists", BuildListsPage, nullptr, ShowListsForShot},
-        {L"Value added", nullptr,
-         L"The value-added list: process steps in groups, entered and calculated shares, edited in place under the "
-         L"100 % cap.", nullptr},
+        {L"Value added", BuildValueAddedPage, nullptr, ShowValueAddedForShot},
         {L"Viewers", BuildViewersPage, nullptr, nullptr},
         {L"Search fields", nullptr, L"File and folder search fields with browse buttons and path checks.", nullptr},
         {L"Splitter", BuildSplitterPage, nullptr, nullptr},

@@ -41,6 +41,7 @@
 #include "quorvel/lists/custom_combo.h"
 #include "quorvel/lists/list_ctrl.h"
 #include "quorvel/lists/print_list_object.h"
+#include "quorvel/frame/host_objects.h"
 #include "quorvel/masks/date_edits.h"
 #include "quorvel/masks/datetime_field.h"
 #include "quorvel/masks/maskedit.h"
@@ -50,6 +51,7 @@
 #include "quorvel/platform/controls.h"
 #include "quorvel/platform/imagelist.h"
 #include "quorvel/tooltip/xtooltip.h"
+#include "quorvel/valueadded/value_added.h"
 #include "quorvel/views/viewers.h"
 #include "quorvel/windows/line_number_edit.h"
 #include "quorvel/windows/splitter.h"
@@ -495,6 +497,35 @@ std::vector<ControlRow> Rows() {
              c.InsertColumn(1, L"Value", LVCFMT_RIGHT, 60);
              for (const wchar_t* key : {L"b", L"A", L"c", L"B"}) c.SetItemText(c.InsertItem(0, key), 1, L"1");
              return c.SortCtrl(0, true);
+         }), kNoTooltip},
+        // Filled from the embedded host objects; one value taken in the field,
+        // and the field left open for the destruction.
+        {"XValueAddedCtrl", Make<XValueAddedCtrl>([](auto& c, HWND p, HFONT f) {
+             XVAConfig config;
+             config.SetItems({{1, 0, L"Set-up", L"g", true}, {11, 1, L"Clamp", L"s", true}, {2, 0, L"Move", L"g", true}});
+             XVAConfigFactory::GetConfigFactory()->SetConfiguration(config);
+             qv::DataObject *object = nullptr, *project = nullptr, *typeSet = nullptr;
+             qv::DataObject::CreateInstance(&object), qv::DataObject::CreateInstance(&project), qv::DataObject::CreateInstance(&typeSet);
+             typeSet->SetRelatedObject(L"master", typeSet);  // a cycle the host breaks below
+             project->SetRelatedObject(L"voxendirtypeset", typeSet);
+             object->SetRelatedObject(L"voxeproject", project);
+             object->SetAttribute(L"dbl_totalcalculated", 600.0);
+             auto* values = static_cast<tagINITVALUE*>(::CoTaskMemAlloc(sizeof(tagINITVALUE)));
+             values[0].name = ::SysAllocString(L"pObject");
+             ::VariantInit(&values[0].value);
+             values[0].value.vt = VT_UNKNOWN, values[0].value.punkVal = object;
+             tagVAINITDATA init{1, values};  // the array takes the creation's reference
+             UINT id = kId;
+             const bool made = c.CreateCtrl(id, kTallRect, f, p, &init) &&
+                               c.SetValue(L"[FP:0][SID:11][PID:1][TE:0][PE:5][TC:0][PC:0]") && c.EditRow(1);
+             if (made) {
+                 HWND field = *c.GetInPlaceEdit();
+                 for (const wchar_t* k = L"12\t"; *k; ++k) ::SendMessageW(field, WM_CHAR, *k, 0);
+                 c.EditRow(2);
+             }
+             typeSet->SetRelatedObject(L"master", nullptr);
+             project->Release(), typeSet->Release();
+             return made && c.IsModified() && c.GetInPlaceEdit() != nullptr;
          }), kNoTooltip},
         {"XCheckComboBox", Make<XCheckComboBox>(checkCombo), kNoTooltip},
         {"XCheckComboBoxColor", Make<XCheckComboBoxColor>(checkCombo), kNoTooltip},

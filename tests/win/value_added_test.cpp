@@ -329,7 +329,7 @@ TEST_F(ValueAddedTest, SettingsTotalTimeAndPictures) {
     EXPECT_EQ(Cell(list, 1, 2), L"12.500");
     EXPECT_EQ(Cell(list, 6, 3), L"6300") << "87.5 % of validtime_tg (7200 s), no decimals";
     ASSERT_NE(list.GetImageList(LVSIL_SMALL), nullptr);
-    for (const auto& [row, image] : {std::pair{0, 0}, {1, 1}, {3, 0}}) {
+    for (const auto& [row, image] : {std::pair{0, 0}, {1, 1}, {3, 0}, {6, I_IMAGENONE}}) {
         LVITEMW item{};
         item.mask = LVIF_IMAGE;
         item.iItem = row;

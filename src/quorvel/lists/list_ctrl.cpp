@@ -393,7 +393,8 @@ bool XBaseListCtrl::AddEntry(std::vector<qv::Variant> values, int row, int image
     item.iItem = row;
     item.pszText = LPSTR_TEXTCALLBACKW;
     item.lParam = reinterpret_cast<LPARAM>(data.get());
-    if (image >= 0) {
+    if (images) {
+        // I_IMAGENONE (-2) is a row without a picture.
         item.mask |= LVIF_IMAGE;
         item.iImage = image;
     }

@@ -176,7 +176,8 @@ public:
     bool AssignImageList(qv::ImageList* list);
 
     // Inserts a row at `row` with one value per value column (in column
-    // order) and, with an image list, image `image` (which may not be -1);
+    // order) and, with an image list, image `image` (which may not be -1;
+    // I_IMAGENONE is a row without a picture);
     // without one `image` must be negative. False when the row does not fit
     // the columns or cannot be inserted.
     bool AddEntry(std::vector<qv::Variant> values, int row, int image);

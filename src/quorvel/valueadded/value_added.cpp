@@ -491,7 +491,7 @@ bool XValueAddedCtrl::Rebuild(const std::wstring& value) {
     for (size_t i = 0; i < rows.size(); ++i) {
         const va::RowSpec& spec = rows[i];
         const int row = static_cast<int>(i);
-        if (!AddEntry(valuesOf(spec), row, m_bImages ? std::max(spec.image, 0) : -1)) return false;
+        if (!AddEntry(valuesOf(spec), row, m_bImages ? (spec.image >= 0 ? spec.image : I_IMAGENONE) : -1)) return false;
         if (spec.hasCode) m_mapRows[row] = spec.code;
     }
     return true;
