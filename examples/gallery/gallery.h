@@ -41,6 +41,7 @@ std::unique_ptr<PageObjects> BuildBaseControlsPage(HWND page);
 std::unique_ptr<PageObjects> BuildDatesPage(HWND page);
 std::unique_ptr<PageObjects> BuildNumericPage(HWND page);
 std::unique_ptr<PageObjects> BuildSplitterPage(HWND page);
+std::unique_ptr<PageObjects> BuildSearchFieldsPage(HWND page);
 std::unique_ptr<PageObjects> BuildViewersPage(HWND page);
 std::unique_ptr<PageObjects> BuildValueAddedPage(HWND page);
 void ShowValueAddedForShot(HWND page);
