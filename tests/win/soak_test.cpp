@@ -55,6 +55,7 @@
 #include "quorvel/views/viewers.h"
 #include "quorvel/windows/line_number_edit.h"
 #include "quorvel/windows/splitter.h"
+#include "quorvel/windows/search_field.h"
 #include "support/host.h"
 
 namespace {
@@ -394,6 +395,18 @@ Maker Viewer(bool exists) {
 }
 
 enum Hover { kNoTooltip, kHoverControl, kHoverChild };
+// A search field holding the soak bitmap's path, then told the name beside
+// it that does not exist: the field shows the system's message instead.
+template <class T>
+Maker SearchField() {
+    return Make<T>([](T& c, HWND p, HFONT f) {
+        if (!c.Create(SoakBitmap(true), XBaseSearchCtrl::kStyle, kRect, f, p, kId)) return false;
+        c.SetValidation(true);
+        ::SetWindowTextW(c, SoakBitmap(false).c_str());
+        return !c.GetEditCtrl().GetWindowText().empty() && c.GetEditCtrl().GetWindowText() != SoakBitmap(false);
+    });
+}
+
 
 struct ControlRow {
     const char* name;
@@ -488,6 +501,12 @@ std::vector<ControlRow> Rows() {
         {"XMultiLineEditLNColor", Field<XMultiLineEditLNColor>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XSplitterWnd", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<Splitter>(p); }, kNoTooltip},
         {"XImageView", Viewer<XImageView>(true), kNoTooltip},
+        {"XSearchFolderCtrl", SearchField<XSearchFolderCtrl>(), kNoTooltip},
+        {"XSearchFileCtrl", SearchField<XSearchFileCtrl>(), kNoTooltip},
+        {"XSearchFileOpenCtrl", SearchField<XSearchFileOpenCtrl>(), kNoTooltip},
+        {"XReadOnlySearchFolderCtrl", SearchField<XReadOnlySearchFolderCtrl>(), kNoTooltip},
+        {"XReadOnlySearchFileCtrl", SearchField<XReadOnlySearchFileCtrl>(), kNoTooltip},
+        {"XReadOnlySearchFileOpenCtrl", SearchField<XReadOnlySearchFileOpenCtrl>(), kNoTooltip},
         {"XImageViewSimple", Viewer<XImageViewSimple>(false), kNoTooltip},
         {"XBmpImageView", Viewer<XBmpImageView>(true), kNoTooltip},
         {"XBaseListCtrl", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<ReportList>(p); }, kNoTooltip},
