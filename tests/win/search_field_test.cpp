@@ -215,9 +215,6 @@ TEST_F(SearchFieldTest, ChildrenTheirPlacesAndTheReadOnlyVariants) {
         // Focus given to the frame goes on to the edit.
         f.SetFocus();
         EXPECT_EQ(::GetFocus(), Edit());
-        // Made editable and read-only again by the host.
-        f.MakeReadOnly(!c.readOnly);
-        EXPECT_EQ(f.GetBrowseButton().IsWindowEnabled(), c.readOnly);
     }
 }
 
@@ -301,7 +298,7 @@ TEST_F(SearchFieldTest, AnUncPathToNoServerFailsWithAMessage) {
 }
 
 TEST_F(SearchFieldTest, TypingTellsTheParentAndLeavingAMissingFileSelectsTheMessage) {
-    XBaseSearchCtrl& f = Field(Kind::File);
+    Field(Kind::File);
     std::vector<std::pair<UINT, HWND>> heard;
     qvtest::MessageSpy spy(host_, [&](UINT msg, WPARAM wp, LPARAM lp) {
         if (msg == WM_COMMAND && LOWORD(wp) == 123) heard.emplace_back(HIWORD(wp), reinterpret_cast<HWND>(lp));
@@ -315,13 +312,6 @@ TEST_F(SearchFieldTest, TypingTellsTheParentAndLeavingAMissingFileSelectsTheMess
     EXPECT_EQ(qvtest::TextOf(Edit()), SystemText(ERROR_FILE_NOT_FOUND));
     EXPECT_EQ(Sel(), std::make_pair(0, static_cast<int>(qvtest::TextOf(Edit()).size())));
     EXPECT_TRUE(heard.empty()) << "the error text is the field's own writing";
-    // Without validation the typed text stays.
-    f.SetValidation(false);
-    ::SetFocus(Edit());
-    ::SetWindowTextW(Edit(), L"");
-    qvtest::TypeChars(Edit(), L"kept.txt");
-    ::SetFocus(host_);
-    EXPECT_EQ(qvtest::TextOf(Edit()), L"kept.txt");
 }
 
 TEST_F(SearchFieldTest, GetTextCountsOneMoreThanItCopies) {
@@ -329,10 +319,8 @@ TEST_F(SearchFieldTest, GetTextCountsOneMoreThanItCopies) {
     f.SetValidation(false);
     const struct { std::wstring text; WPARAM size; LRESULT answer; std::wstring copied; } cases[] = {
         {L"abcd", 10, 5, L"abcd"},
-        {L"abcd", 5, 5, L"abcd"},
         {L"abcd", 4, 5, L"abc"},  // as long as the buffer: counted whole, the terminator kept inside
         {L"abcdefgh", 4, 4, L"abc"},
-        {L"", 4, 1, L""},
         {L"abcd", 0, 0, L"####"},
     };
     for (const auto& c : cases) {
@@ -367,7 +355,6 @@ TEST_F(SearchFieldTest, TheOpenButtonOpensTheFileOrSaysWhyNot) {
         {42, nullptr},
         {2, L"Unknown error"},
         {31, L"There is no application associated with the given file name extension"},
-        {5, L"Access denied"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << "shell answers " << c.answer);
