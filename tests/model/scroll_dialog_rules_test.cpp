@@ -41,6 +41,24 @@ TEST(ScrollDialogRulesTest, RangesAndGripFollowTheClientSize) {
     }
 }
 
+TEST(ScrollDialogRulesTest, BarsTakeTheirRoomOnlyWhenNeeded) {
+    // Layout 400 x 300, bars 17 wide.
+    const struct { int w, h; sc::Model::Size fit; } cases[] = {
+        {400, 300, {400, 300}},  // no bar
+        {417, 297, {417, 297}},  // short by less than a unit each way
+        {377, 320, {377, 303}},  // across only: the bar still leaves a full height
+        {377, 310, {360, 293}},  // the horizontal bar makes the vertical one needed
+        {410, 296, {393, 296}},  // down only, and the narrower width still fits
+        {405, 296, {388, 279}},  // the vertical bar makes the horizontal one needed
+        {377, 297, {360, 280}},  // both
+    };
+    for (const auto& c : cases) {
+        sc::Model m;
+        m.Init(400, 300);
+        EXPECT_EQ(m.FitBars(c.w, c.h, 17, 17), c.fit) << c.w << "x" << c.h;
+    }
+}
+
 TEST(ScrollDialogRulesTest, VerticalStepsPerCommandAreClamped) {
     // Vertical excess 10 (260 high), excess 3 (288 high) and 0 (300 high).
     const struct { int height, position, command, thumb, step; } cases[] = {

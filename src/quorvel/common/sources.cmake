@@ -6,4 +6,5 @@ list(APPEND QV_MODEL_SOURCES
 # Installed headers: what a host includes, and what those include.
 list(APPEND QV_PUBLIC_HEADERS
   ${CMAKE_CURRENT_LIST_DIR}/api.h
+  ${CMAKE_CURRENT_LIST_DIR}/box.h
 )

@@ -62,6 +62,23 @@ bool Model::Resize(int clientWidth, int clientHeight, bool maximised, bool resiz
     return h < 1 && v < 1 && !maximised && resizable;
 }
 
+Model::Size Model::FitBars(int bareWidth, int bareHeight, int barWidth, int barHeight) const noexcept {
+    Size size{bareWidth, bareHeight};
+    bool across = false;
+    bool down = false;
+    for (int round = 0; round < 2; ++round) {
+        if (!across && (m_layoutWidth - size.width) / kUnitX >= 1) {
+            across = true;
+            size.height -= barHeight;
+        }
+        if (!down && (m_layoutHeight - size.height) / kUnitY >= 1) {
+            down = true;
+            size.width -= barWidth;
+        }
+    }
+    return size;
+}
+
 int Model::VerticalStep(int command, int thumb) const noexcept {
     return Step(m_v, command, thumb, (std::max)(m_v.excess, 1));
 }

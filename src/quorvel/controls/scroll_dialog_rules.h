@@ -58,6 +58,18 @@ public:
     // it can be resized at all.
     bool Resize(int clientWidth, int clientHeight, bool maximised, bool resizable = true) noexcept;
 
+    // The client size once the scroll bars that a client area of `bareWidth`
+    // x `bareHeight` without bars needs are shown: a bar takes `barWidth`
+    // (the vertical one) or `barHeight` (the horizontal one) from the room,
+    // which may make the other bar needed too. Measuring from the bare size
+    // lets bars go again when the dialog grows back to its layout.
+    struct Size {
+        int width = 0;
+        int height = 0;
+        bool operator==(const Size&) const = default;
+    };
+    Size FitBars(int bareWidth, int bareHeight, int barWidth, int barHeight) const noexcept;
+
     // The step, in units, of a command on the vertical or horizontal bar,
     // already kept within the range (0 when it would leave it). `thumb` is
     // the thumb position that a thumb-track command carries.

@@ -18,6 +18,8 @@ list(APPEND QV_PUBLIC_HEADERS
   ${CMAKE_CURRENT_LIST_DIR}/color.h
   ${CMAKE_CURRENT_LIST_DIR}/input_rules.h
   ${CMAKE_CURRENT_LIST_DIR}/prompt.h
+  ${CMAKE_CURRENT_LIST_DIR}/scroll_dialog.h
+  ${CMAKE_CURRENT_LIST_DIR}/scroll_dialog_rules.h
   ${CMAKE_CURRENT_LIST_DIR}/script_buttons.h
   ${CMAKE_CURRENT_LIST_DIR}/static_text.h
 )

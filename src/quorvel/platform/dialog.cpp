@@ -90,10 +90,12 @@ Dialog::~Dialog() {
     if (m_hWnd && ::IsWindow(m_hWnd) && !m_modal) ::DestroyWindow(m_hWnd);
 }
 
+HINSTANCE Dialog::TemplateModule() const noexcept { return m_templateModule ? m_templateModule : LibraryModule(); }
+
 INT_PTR Dialog::DoModal(HWND parent) {
     if (m_hWnd) return -1;
     m_modal = true;
-    const INT_PTR result = ::DialogBoxParamW(LibraryModule(), MAKEINTRESOURCEW(m_templateId), parent, &Dialog::DialogProc,
+    const INT_PTR result = ::DialogBoxParamW(TemplateModule(), MAKEINTRESOURCEW(m_templateId), parent, &Dialog::DialogProc,
                                              reinterpret_cast<LPARAM>(this));
     m_modal = false;
     return result;
@@ -102,7 +104,7 @@ INT_PTR Dialog::DoModal(HWND parent) {
 bool Dialog::Create(HWND parent) {
     if (m_hWnd) return false;
     m_modal = false;
-    HWND hwnd = ::CreateDialogParamW(LibraryModule(), MAKEINTRESOURCEW(m_templateId), parent, &Dialog::DialogProc,
+    HWND hwnd = ::CreateDialogParamW(TemplateModule(), MAKEINTRESOURCEW(m_templateId), parent, &Dialog::DialogProc,
                                      reinterpret_cast<LPARAM>(this));
     return hwnd && m_hWnd == hwnd;
 }

@@ -1,9 +1,11 @@
 // qv::Dialog: a dialog box from one of the library's own templates.
 //
-// The template is always taken from quorvel.dll (LibraryModule()), never from
-// the host executable, even when the host has a template with the same
-// number. The object attaches to the dialog in WM_INITDIALOG; from then on
-// the dialog's messages reach the object's handlers like any Window's.
+// The template is taken from quorvel.dll (LibraryModule()), never from the
+// host executable, even when the host has a template with the same number;
+// only a dialog that names another module (a host's dialog built on one of
+// the library's dialog classes) takes its template from there. The object
+// attaches to the dialog in WM_INITDIALOG; from then on the dialog's messages
+// reach the object's handlers like any Window's.
 //
 // WM_INITDIALOG: OnInitDialog() (which fills the controls with
 // UpdateData(false)), then CoTranslateWindow translates the caption and the
@@ -51,6 +53,9 @@ public:
 class QV_API Dialog : public Window {
 public:
     explicit Dialog(UINT templateId) noexcept : m_templateId(templateId) {}
+    // The template `templateId` of `templateModule` (null: the library's).
+    Dialog(UINT templateId, HINSTANCE templateModule) noexcept
+        : m_templateId(templateId), m_templateModule(templateModule) {}
     ~Dialog() override;
 
     // DialogBoxParamW: runs the dialog modally and answers what EndDialog
@@ -66,6 +71,8 @@ public:
     bool UpdateData(bool save = true);
 
     UINT GetTemplateId() const noexcept { return m_templateId; }
+    // The module the template is loaded from.
+    HINSTANCE TemplateModule() const noexcept;
     bool IsModal() const noexcept { return m_modal; }
 
 protected:
@@ -83,6 +90,7 @@ private:
     static INT_PTR CALLBACK DialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
 
     UINT m_templateId;
+    HINSTANCE m_templateModule = nullptr;
     bool m_modal = false;
 };
 
