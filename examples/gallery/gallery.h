@@ -42,6 +42,8 @@ std::unique_ptr<PageObjects> BuildDatesPage(HWND page);
 std::unique_ptr<PageObjects> BuildNumericPage(HWND page);
 std::unique_ptr<PageObjects> BuildSplitterPage(HWND page);
 std::unique_ptr<PageObjects> BuildSearchFieldsPage(HWND page);
+// Opens the first field's folder picker for a picture of its own.
+void ShowSearchFolderDialogForShot(HWND page);
 std::unique_ptr<PageObjects> BuildViewersPage(HWND page);
 std::unique_ptr<PageObjects> BuildValueAddedPage(HWND page);
 void ShowValueAddedForShot(HWND page);

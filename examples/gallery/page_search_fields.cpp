@@ -14,6 +14,8 @@ namespace gallery {
 
 namespace {
 
+constexpr UINT kFirstId = 9300;
+
 struct SearchObjects : PageObjects {
     std::vector<std::unique_ptr<XBaseSearchCtrl>> fields;
 };
@@ -30,7 +32,41 @@ std::wstring OwnPath() {
     return std::wstring(path.data(), n);
 }
 
+// The first field's folder picker, written as a picture of its own and
+// cancelled: a timer inside the dialog's message loop waits for it to show.
+UINT_PTR g_shotTimer = 0;
+int g_shotTicks = 0;
+
+void CALLBACK ShootFolderDialog(HWND, UINT, UINT_PTR, DWORD) {
+    HWND dialog = nullptr;
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND w, LPARAM lp) -> BOOL {
+            wchar_t cls[16] = {};
+            ::GetClassNameW(w, cls, 16);
+            if (std::wstring(cls) != L"#32770" || !::IsWindowVisible(w)) return TRUE;
+            *reinterpret_cast<HWND*>(lp) = w;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&dialog));
+    if (!dialog && ++g_shotTicks < 50) return;
+    ::KillTimer(nullptr, g_shotTimer);
+    if (!dialog) return;
+    ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    WriteWindowShot(dialog, L"search-fields-folder-dialog");
+    ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+}
+
 }  // namespace
+
+void ShowSearchFolderDialogForShot(HWND page) {
+    HWND field = ::GetDlgItem(page, kFirstId);
+    HWND browse = field ? ::GetDlgItem(field, XBaseSearchCtrl::kBrowseId) : nullptr;
+    if (!browse || !InScreenshotMode()) return;
+    g_shotTicks = 0;
+    g_shotTimer = ::SetTimer(nullptr, 0, 400, &ShootFolderDialog);
+    ::SendMessageW(browse, BM_CLICK, 0, 0);
+}
 
 std::unique_ptr<PageObjects> BuildSearchFieldsPage(HWND page) {
     auto objects = std::make_unique<SearchObjects>();
@@ -68,7 +104,7 @@ std::unique_ptr<PageObjects> BuildSearchFieldsPage(HWND page) {
 
     AddLabel(page, L"Leave a field with a wrong path and it shows why; \"...\" picks a path.", 16, 12, 700, 18);
     int y = 40;
-    UINT id = 9300;
+    UINT id = kFirstId;
     for (Row& row : rows) {
         AddLabel(page, row.label, 16, y + 4, 290, 18);
         XBaseSearchCtrl& field = *row.field;

@@ -13,7 +13,7 @@ const std::vector<PageInfo>& Pages() {
         {L"Lists", BuildListsPage, nullptr, ShowListsForShot},
         {L"Value added", BuildValueAddedPage, nullptr, ShowValueAddedForShot},
         {L"Viewers", BuildViewersPage, nullptr, nullptr},
-        {L"Search fields", BuildSearchFieldsPage, nullptr, nullptr},
+        {L"Search fields", BuildSearchFieldsPage, nullptr, ShowSearchFolderDialogForShot},
         {L"Splitter", BuildSplitterPage, nullptr, nullptr},
         {L"Line numbers", BuildLineNumbersPage, nullptr, nullptr},
         {L"Buttons", BuildButtonsPage, nullptr, nullptr},
