@@ -44,6 +44,7 @@ std::unique_ptr<PageObjects> BuildSplitterPage(HWND page);
 std::unique_ptr<PageObjects> BuildSearchFieldsPage(HWND page);
 // Opens the first field's folder picker for a picture of its own.
 void ShowSearchFolderDialogForShot(HWND page);
+std::unique_ptr<PageObjects> BuildScrollDialogPage(HWND page);
 std::unique_ptr<PageObjects> BuildViewersPage(HWND page);
 std::unique_ptr<PageObjects> BuildValueAddedPage(HWND page);
 void ShowValueAddedForShot(HWND page);

@@ -20,7 +20,7 @@ const std::vector<PageInfo>& Pages() {
         {L"Combo boxes", BuildComboBoxesPage, nullptr, ShowCombosForShot},
         {L"Font and colour", nullptr, L"The font and colour chooser with its preview.", nullptr},
         {L"Rich text", nullptr, L"Rich text fields with their edit and formatting menu.", nullptr},
-        {L"Scrolling dialog", nullptr, L"A dialog base that scrolls its contents when made smaller.", nullptr},
+        {L"Scrolling dialog", BuildScrollDialogPage, nullptr, nullptr},
     };
     return pages;
 }
