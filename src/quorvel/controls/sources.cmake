@@ -16,6 +16,7 @@ list(APPEND QV_PUBLIC_HEADERS
   ${CMAKE_CURRENT_LIST_DIR}/base_lists.h
   ${CMAKE_CURRENT_LIST_DIR}/base_readonly.h
   ${CMAKE_CURRENT_LIST_DIR}/color.h
+  ${CMAKE_CURRENT_LIST_DIR}/font_color.h
   ${CMAKE_CURRENT_LIST_DIR}/input_rules.h
   ${CMAKE_CURRENT_LIST_DIR}/prompt.h
   ${CMAKE_CURRENT_LIST_DIR}/scroll_dialog.h
