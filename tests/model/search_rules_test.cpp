@@ -62,6 +62,8 @@ TEST(SearchRulesTest, LongPathsGetTheLongPathFormFolded) {
         {L"C:\\..\\..\\x", 3, L"\\\\?\\C:\\x"},  // ".." never climbs above the drive
         {L"\\\\srv\\share\\..\\d\\f.txt", 5, L"\\\\?\\UNC\\srv\\share\\d\\f.txt"},
         {L"//srv/share//d", 5, L"\\\\?\\UNC\\srv\\share\\d"},
+        {L"\\\\srv", 3, L"\\\\?\\UNC\\srv\\"},  // a server without a share
+        {L"\\\\srv\\..\\x", 3, L"\\\\srv\\..\\x"},  // no share: left for the system to refuse
         {L"\\\\?\\C:\\a\\..\\b", 3, L"\\\\?\\C:\\a\\..\\b"},  // already long: taken as typed
         {L"docs\\..\\x", 3, L"docs\\..\\x"},                  // relative: the caller's to make full
     };

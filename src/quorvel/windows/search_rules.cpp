@@ -85,7 +85,12 @@ std::wstring FileSystemName(std::wstring_view fullPath, std::size_t plainLimit) 
     std::wstring root = L"\\\\?\\UNC\\";
     for (int part = 0; part < 2; ++part) {
         const auto end = std::find_if(rest.begin(), rest.end(), IsSeparator);
-        root.append(rest.begin(), end);
+        if (end == rest.begin()) break;  // "\\\\server" without a share
+        const std::wstring_view name(rest.data(), static_cast<std::size_t>(end - rest.begin()));
+        // A server or share named "." or ".." is no place: the file system
+        // gets the name as typed and says so itself.
+        if (name == L"." || name == L"..") return std::wstring(fullPath);
+        root.append(name);
         root += L'\\';
         rest = end == rest.end() ? std::wstring_view{} : rest.substr(static_cast<std::size_t>(end - rest.begin()) + 1);
         while (!rest.empty() && IsSeparator(rest.front())) rest.remove_prefix(1);
