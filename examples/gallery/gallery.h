@@ -60,6 +60,9 @@ void ShowListsForShot(HWND page);
 std::unique_ptr<PageObjects> BuildComboBoxesPage(HWND page);
 // Types a pattern into the filtering combo box, for the picture.
 void ShowCombosForShot(HWND page);
+std::unique_ptr<PageObjects> BuildFontColourPage(HWND page);
+// Opens a chooser's font and colour dialog for a picture of its own.
+void ShowFontColourDialogForShot(HWND page);
 
 // Shared helpers for page builders.
 // Sets the gallery's tooltip settings (once per process).

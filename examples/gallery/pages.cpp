@@ -18,7 +18,7 @@ const std::vector<PageInfo>& Pages() {
         {L"Line numbers", BuildLineNumbersPage, nullptr, nullptr},
         {L"Buttons", BuildButtonsPage, nullptr, nullptr},
         {L"Combo boxes", BuildComboBoxesPage, nullptr, ShowCombosForShot},
-        {L"Font and colour", nullptr, L"The font and colour chooser with its preview.", nullptr},
+        {L"Font and colour", BuildFontColourPage, nullptr, ShowFontColourDialogForShot},
         {L"Rich text", nullptr, L"Rich text fields with their edit and formatting menu.", nullptr},
         {L"Scrolling dialog", BuildScrollDialogPage, nullptr, nullptr},
     };

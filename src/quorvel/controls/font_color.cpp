@@ -155,7 +155,7 @@ void XBaseColorControlDlg::ReplaceFrames() {
         if (!field->Create(f.text, f.id, rc, font, m_hWnd)) continue;  // the place stays empty
         // Behind the old frame in the tab order, so the dialog reads as before.
         ::SetWindowPos(field->m_hWnd, old, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-        if (f.id != kPreview) field->ModifyStyle(0, SS_SUNKEN);
+        if (f.id != kPreview) field->ModifyStyleEx(0, WS_EX_STATICEDGE, SWP_FRAMECHANGED);
         field->ShowWindow(SW_SHOW);
         *f.field = std::move(field);
     }
