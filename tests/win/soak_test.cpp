@@ -35,6 +35,7 @@
 #include "quorvel/controls/base_lists.h"
 #include "quorvel/controls/base_readonly.h"
 #include "quorvel/controls/prompt.h"
+#include "quorvel/controls/scroll_dialog.h"
 #include "quorvel/controls/static_text.h"
 #include "quorvel/lists/cfg_list.h"
 #include "quorvel/lists/check_combo.h"
@@ -304,6 +305,39 @@ private:
     bool made_ = false;
 };
 
+// The scrolling dialog on the library's page, given a sizing border and a
+// field: made smaller than its layout, scrolled by a command and the wheel,
+// and grown back so that the grip shows again.
+class ScrollForm final : public Subject {
+public:
+    explicit ScrollForm(HWND parent) {
+        if (!dialog_.Create(parent)) return;
+        field_ = ::CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_BORDER, 10, 10, 200, 24, dialog_,
+                                   nullptr, nullptr, nullptr);
+        const RECT layout = dialog_.GetInitialClientRect();
+        dialog_.SetWindowPos(nullptr, 0, 0, layout.right / 2, layout.bottom / 2, SWP_NOZORDER | SWP_SHOWWINDOW);
+        dialog_.SendMessage(WM_VSCROLL, SB_PAGEDOWN, 0);
+        dialog_.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+        const bool scrolled = dialog_.VerticalScroll().position > 0;
+        dialog_.SetWindowPos(nullptr, 0, 0, layout.right + 40, layout.bottom + 40, SWP_NOMOVE | SWP_NOZORDER);
+        made_ = field_ && scrolled && ::IsWindowVisible(dialog_.GetGripper());
+    }
+    HWND Handle() const override { return made_ ? field_ : nullptr; }
+    void SetColours(COLORREF, COLORREF) override {}
+
+private:
+    class Resizable : public XScrollDialog {
+    protected:
+        BOOL OnInitDialog() override {
+            ModifyStyle(0, WS_THICKFRAME, SWP_FRAMECHANGED);
+            return XScrollDialog::OnInitDialog();
+        }
+    };
+    Resizable dialog_;
+    HWND field_ = nullptr;
+    bool made_ = false;
+};
+
 // The report list with a picture column and typed rows, sorted by a click on
 // a column title, handed to the library's print-list object (pictures
 // included) and copied to the clipboard; every cycle also replaces and
@@ -500,6 +534,7 @@ std::vector<ControlRow> Rows() {
         {"XMultiLineEditLN", Field<XMultiLineEditLN>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XMultiLineEditLNColor", Field<XMultiLineEditLNColor>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XSplitterWnd", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<Splitter>(p); }, kNoTooltip},
+        {"XScrollDialog", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<ScrollForm>(p); }, kNoTooltip},
         {"XImageView", Viewer<XImageView>(true), kNoTooltip},
         {"XSearchFolderCtrl", SearchField<XSearchFolderCtrl>(), kNoTooltip},
         {"XSearchFileCtrl", SearchField<XSearchFileCtrl>(), kNoTooltip},
