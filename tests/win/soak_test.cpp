@@ -35,6 +35,7 @@
 #include "quorvel/controls/base_lists.h"
 #include "quorvel/controls/base_readonly.h"
 #include "quorvel/controls/prompt.h"
+#include "quorvel/controls/font_color.h"
 #include "quorvel/controls/scroll_dialog.h"
 #include "quorvel/controls/static_text.h"
 #include "quorvel/lists/cfg_list.h"
@@ -531,6 +532,14 @@ std::vector<ControlRow> Rows() {
          }), kNoTooltip},
         {"XMFCBaseDateEditReadOnly", ReadOnlyDate<XMFCBaseDateEditReadOnly>(DISPLAYTYPE_DATETIME), kNoTooltip},
         {"XMFCBaseDateEditReadOnlyColor", ReadOnlyDate<XMFCBaseDateEditReadOnlyColor>(DISPLAYTYPE_DATETIME), kNoTooltip},
+        {"XBaseColorControlNew", Make<XBaseColorControlNew>([](auto& c, HWND p, HFONT) {
+             if (!c.CreateCtrl(L"", WS_CHILD | WS_VISIBLE, kRect, p, kId)) return false;
+             // Each change gives the preview a new font; the one before must go.
+             c.SetFontBold(true);
+             c.SetFontSize(16);
+             ::UpdateWindow(c);
+             return c.SetBGColorHTML(L"#fffacd") && c.GetPreviewFont() != nullptr;
+         }), kNoTooltip},
         {"XMultiLineEditLN", Field<XMultiLineEditLN>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XMultiLineEditLNColor", Field<XMultiLineEditLNColor>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XSplitterWnd", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<Splitter>(p); }, kNoTooltip},
