@@ -86,6 +86,7 @@ public:
     bool Acted() const { return acted_; }
     std::wstring title, okText;
     bool fileNameShown = false;
+    RECT ok{}, cancel{};
 
 private:
     static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
@@ -97,6 +98,8 @@ private:
         HWND dialog = dialogs.front();
         self->title = qvtest::TextOf(dialog);
         self->okText = qvtest::TextOf(::GetDlgItem(dialog, IDOK));
+        ::GetWindowRect(::GetDlgItem(dialog, IDOK), &self->ok);
+        ::GetWindowRect(::GetDlgItem(dialog, IDCANCEL), &self->cancel);
         for (int id : {1148, 1152}) {
             HWND name = ::GetDlgItem(dialog, id);
             if (name && ::IsWindowVisible(name)) self->fileNameShown = true;
@@ -464,6 +467,8 @@ TEST_F(SearchFieldTest, TheFolderDialogPicksTheFolderItShows) {
         EXPECT_EQ(driver.title, L"Choose folder");
         EXPECT_EQ(driver.okText, L"Select");
         EXPECT_FALSE(driver.fileNameShown);
+        EXPECT_EQ(driver.ok.top, driver.cancel.top) << "OK beside Cancel";
+        EXPECT_LT(driver.ok.right, driver.cancel.left);
         std::wstring shown = qvtest::TextOf(Edit());
         if (!shown.empty() && shown.back() == L'\\') shown.pop_back();
         EXPECT_EQ(::lstrcmpiW(shown.c_str(), picked[i].c_str()), 0) << shown.size();

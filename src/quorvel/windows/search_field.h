@@ -15,6 +15,10 @@
 // buttons at the right edge, 25 pixels wide each. The frame's window text is
 // the edit's text: WM_SETTEXT, WM_GETTEXT and WM_GETTEXTLENGTH sent to the
 // frame read and write the edit, so GetDlgItemText on the field's id works.
+// Two answers differ from a plain window's, as hosts of these fields expect:
+// WM_SETTEXT answers 0 (SetWindowText on the field reports FALSE although
+// the text was set) and WM_GETTEXT counts one more than the characters it
+// copied (a 4-character text read into a buffer of 10 answers 5).
 // The frame is a control parent, so Tab in a dialog reaches the edit and the
 // buttons; focus given to the frame goes on to the edit.
 //
