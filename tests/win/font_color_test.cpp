@@ -377,7 +377,7 @@ TEST_F(FontColorTest, DefaultAndTheReadOnlyRule) {
     }
 }
 
-TEST_F(FontColorTest, TheSystemColourDialogAnswersTheColourButton) {
+TEST_F(FontColorTest, TheSystemColourDialogAnswersTheColourButtons) {
     Chooser c;
     Make(c);
     // Nothing queued: the "..." opens the system's colour dialog, which is
@@ -396,6 +396,30 @@ TEST_F(FontColorTest, TheSystemColourDialogAnswersTheColourButton) {
     EXPECT_NE(system, nullptr);
     EXPECT_EQ(c.asked, 1);
     EXPECT_EQ(c.GetTextColor(), 0u);
+
+    // Red, green and blue typed into the system dialog's fields and OK.
+    Open(c, {Press(c, XBaseColorControlDlg::kBackColorButton),
+             [&] {
+                 system = nullptr;
+                 for (HWND w : qvtest::Windows(L"#32770"))
+                     if (::GetWindow(w, GW_OWNER) == c.dialog->m_hWnd && ::IsWindowVisible(w)) system = w;
+                 if (!system) return false;
+                 const struct { int id; const wchar_t* value; } fields[] = {{706, L"1"}, {707, L"2"}, {708, L"255"}};
+                 for (const auto& f : fields) {
+                     HWND edit = ::GetDlgItem(system, f.id);
+                     ::SetWindowTextW(edit, f.value);
+                     ::SendMessageW(system, WM_COMMAND, MAKEWPARAM(f.id, EN_UPDATE), reinterpret_cast<LPARAM>(edit));
+                 }
+                 ::PostMessageW(system, WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(::GetDlgItem(system, IDOK)));
+                 return true;
+             },
+             [&] { return !::IsWindow(system); },
+             Check([&] {
+                 EXPECT_EQ(Field(c, XBaseColorControlDlg::kBackSwatch)->Scheme().BkColor(), RGB(1, 2, 255));
+             }),
+             Press(c, IDOK)});
+    EXPECT_EQ(c.asked, 2);
+    EXPECT_EQ(c.GetBGColorHTML(), L"#0102ff");
 }
 
 }  // namespace
