@@ -317,6 +317,36 @@ TEST_F(FontColorTest, CancelAndARefusedHeightKeepEveryValue) {
     EXPECT_FALSE(c.IsFontBold() || c.IsFontItalic() || c.IsFontUnderlined());
     EXPECT_EQ(c.GetTextColor(), RGB(10, 20, 30));
 
+    // The dialog run by itself gives back what it was given after a cancel.
+    ScriptedDlg dlg;
+    dlg.answers = &c.answers;
+    dlg.asked = &c.asked;
+    dlg.SetFontName(L"Tahoma");
+    dlg.SetFontSize(18);
+    dlg.SetStyleIndex(5);
+    dlg.SetTextColor(RGB(1, 1, 1));
+    dlg.SetBGColor(RGB(2, 2, 2));
+    c.answers = {RGB(200, 0, 0), RGB(0, 200, 0)};
+    Script script{{Type(c, XBaseColorControlDlg::kFaceList, L"Courier New"), Type(c, XBaseColorControlDlg::kHeightList, L"30"),
+                   Select(c, XBaseColorControlDlg::kStyleList, 0), Press(c, XBaseColorControlDlg::kTextColorButton),
+                   Press(c, XBaseColorControlDlg::kBackColorButton),
+                   Check([&] { EXPECT_EQ(dlg.GetFontSize(), 30); }),  // the preview follows
+                   [&] { return ::PostMessageW(dlg.m_hWnd, WM_KEYDOWN, VK_ESCAPE, 0) != FALSE; }},
+                  0, 0, &c};
+    c.dialog = &dlg;
+    g_script = &script;
+    const UINT_PTR timer = ::SetTimer(nullptr, 0, 30, &Tick);
+    EXPECT_EQ(dlg.DoModal(host_), IDCANCEL);
+    ::KillTimer(nullptr, timer);
+    g_script = nullptr;
+    c.dialog = nullptr;
+    EXPECT_EQ(script.next, script.steps.size());
+    EXPECT_EQ(dlg.GetFontName(), L"Tahoma");
+    EXPECT_EQ(dlg.GetFontSize(), 18);
+    EXPECT_EQ(dlg.GetStyleIndex(), 5);
+    EXPECT_EQ(dlg.GetTextColor(), RGB(1, 1, 1));
+    EXPECT_EQ(dlg.GetBGColor(), RGB(2, 2, 2));
+
     // A height that is not a whole number is refused with a warning and the
     // dialog stays open; a good one is then taken.
     const size_t boxes = rec_->boxes.boxes.size();

@@ -86,6 +86,7 @@ XBaseColorControlDlg::~XBaseColorControlDlg() = default;
 
 BOOL XBaseColorControlDlg::OnInitDialog() {
     qv::Dialog::OnInitDialog();
+    m_given = Given{m_fontName, m_fontSize, m_styleIndex, m_textColor, m_bgColor};
     FillLists();
     ReplaceFrames();
     if (m_readOnly) {
@@ -278,16 +279,19 @@ BOOL XBaseColorControlDlg::OnCommand(WPARAM wp, LPARAM lp) {
 }
 
 void XBaseColorControlDlg::OnOK() {
-    // The values are taken only when every list holds something usable, so
+    // ReadLists takes nothing unless every list holds something usable, so
     // a refused OK loses none of what was chosen before.
-    const fc::Choice before{m_fontName, m_fontSize, m_styleIndex, m_textColor, m_bgColor};
-    if (!ReadLists(true)) {
-        m_fontName = before.face;
-        m_fontSize = before.size;
-        m_styleIndex = before.styleIndex;
-        return;
-    }
-    EndDialog(IDOK);
+    if (ReadLists(true)) EndDialog(IDOK);
+}
+
+void XBaseColorControlDlg::OnCancel() {
+    // The lists and colour buttons change the values as the user goes.
+    m_fontName = m_given.face;
+    m_fontSize = m_given.size;
+    m_styleIndex = m_given.style;
+    m_textColor = m_given.text;
+    m_bgColor = m_given.background;
+    qv::Dialog::OnCancel();
 }
 
 void XBaseColorControlDlg::OnDestroy() {

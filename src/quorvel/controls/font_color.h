@@ -84,6 +84,8 @@ protected:
     BOOL OnInitDialog() override;
     BOOL OnCommand(WPARAM wp, LPARAM lp) override;  // WM_COMMAND
     void OnOK() override;
+    // IDCANCEL: the values go back to those given.
+    void OnCancel() override;
     void OnDestroy() override;                      // WM_DESTROY
     // The system's colour dialog opened on `color`; true (and the colour)
     // when the user chose one.
@@ -111,6 +113,14 @@ private:
     std::unique_ptr<XBaseStatictextColor> m_backSwatch;
     std::unique_ptr<XBaseStatictextColor> m_preview;
     qv::Font m_previewFont;
+    // The values as given when the dialog opened, for Cancel.
+    struct Given {
+        std::wstring face;
+        int size = 12;
+        int style = 0;
+        COLORREF text = 0x000000;
+        COLORREF background = 0xFFFFFF;
+    } m_given;
 };
 
 class QV_API XBaseColorControlNew : public qv::Static {
