@@ -123,6 +123,16 @@ TEST_F(ScrollDialogTest, CommandsMoveTheFieldsByTheirUnitsWithinTheRange) {
         EXPECT_EQ(::GetScrollPos(dlg_, SB_HORZ), s.hpos);
         EXPECT_EQ(::GetScrollPos(dlg_, SB_VERT), s.vpos);
     }
+    // A scroll bar among the fields reports to the dialog too; it is the
+    // host's business and does not scroll the dialog.
+    HWND own = ::CreateWindowExW(0, L"SCROLLBAR", L"", WS_CHILD | SBS_VERT, 0, 0, 16, 60, dlg_, nullptr, nullptr, nullptr);
+    dlg_.SendMessage(WM_VSCROLL, SB_TOP, reinterpret_cast<LPARAM>(own));
+    dlg_.SendMessage(WM_HSCROLL, SB_RIGHT, reinterpret_cast<LPARAM>(own));
+    EXPECT_EQ(::GetScrollPos(dlg_, SB_HORZ), 0);
+    EXPECT_EQ(::GetScrollPos(dlg_, SB_VERT), 10);
+    EXPECT_EQ(NamePos().y, -40);
+    ::DestroyWindow(own);
+
     // A new size scrolls back to the origin first.
     SizeClient(LayoutW() - 40, LayoutH() - 40);
     EXPECT_EQ(NamePos().x, 0);

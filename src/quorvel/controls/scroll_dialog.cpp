@@ -174,13 +174,16 @@ void XScrollDialog::ScrollHorizontally(int step) {
     ::SetScrollPos(m_hWnd, SB_HORZ, m_model.Horizontal().position, TRUE);
 }
 
-void XScrollDialog::OnVScroll(UINT code, UINT pos, HWND) {
-    if (!m_bScrollingDisabled) ScrollVertically(m_model.VerticalStep(static_cast<int>(code), static_cast<int>(pos)));
+// Only the dialog's own bars scroll it; a scroll bar, track bar or spin
+// control among its fields reports here too (scrollBar set) and is left to
+// the host.
+void XScrollDialog::OnVScroll(UINT code, UINT pos, HWND scrollBar) {
+    if (!m_bScrollingDisabled && !scrollBar) ScrollVertically(m_model.VerticalStep(static_cast<int>(code), static_cast<int>(pos)));
     Default();
 }
 
-void XScrollDialog::OnHScroll(UINT code, UINT pos, HWND) {
-    if (!m_bScrollingDisabled) ScrollHorizontally(m_model.HorizontalStep(static_cast<int>(code), static_cast<int>(pos)));
+void XScrollDialog::OnHScroll(UINT code, UINT pos, HWND scrollBar) {
+    if (!m_bScrollingDisabled && !scrollBar) ScrollHorizontally(m_model.HorizontalStep(static_cast<int>(code), static_cast<int>(pos)));
     Default();
 }
 

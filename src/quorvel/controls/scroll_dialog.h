@@ -77,6 +77,7 @@ protected:
     SIZE GetGripperSize() const;
 
     void OnSize(UINT type, int cx, int cy) override;
+    // The dialog's own bars (no scroll-bar window): the step of the command.
     void OnVScroll(UINT code, UINT pos, HWND scrollBar) override;
     void OnHScroll(UINT code, UINT pos, HWND scrollBar) override;
     BOOL OnMouseWheel(UINT flags, short delta, POINT pt) override;
