@@ -6,6 +6,7 @@
 #include "quorvel/controls/scroll_dialog.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "support/host.h"
 
@@ -174,6 +175,18 @@ TEST_F(ScrollDialogTest, GripResizesAndHidesWhenMaximised) {
     POINT mid{(g.left + g.right) / 2, (g.top + g.bottom) / 2};
     ::ClientToScreen(dlg_, &mid);
     EXPECT_EQ(::SendMessageW(grip, WM_NCHITTEST, 0, MAKELPARAM(mid.x, mid.y)), HTBOTTOMRIGHT);
+    // Pressing the button on it starts sizing the dialog from its corner
+    // (the Escape already queued ends the sizing loop at once).
+    std::vector<WPARAM> commands;
+    {
+        qvtest::MessageSpy spy(dlg_, [&](UINT msg, WPARAM wp, LPARAM) {
+            if (msg == WM_SYSCOMMAND) commands.push_back(wp);
+        });
+        ::PostMessageW(dlg_, WM_KEYDOWN, VK_ESCAPE, 0);
+        ::SendMessageW(grip, WM_NCLBUTTONDOWN, HTBOTTOMRIGHT, MAKELPARAM(mid.x, mid.y));
+        qvtest::Pump();
+    }
+    EXPECT_EQ(commands, std::vector<WPARAM>{SC_SIZE | WMSZ_BOTTOMRIGHT});
 
     dlg_.ShowWindow(SW_SHOWMAXIMIZED);
     qvtest::Pump();
