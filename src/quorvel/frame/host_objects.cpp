@@ -15,18 +15,6 @@ namespace {
 std::wstring Key(const wchar_t* text) { return text ? std::wstring(text) : std::wstring(); }
 std::wstring Key(BSTR text) { return text ? std::wstring(text, ::SysStringLen(text)) : std::wstring(); }
 
-template <class Object, class Interface>
-HRESULT AnswerQuery(Object* self, REFIID iid, const IID& own, void** out) {
-    if (!out) return E_POINTER;
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, own)) {
-        *out = static_cast<Interface*>(self);
-        self->AddRef();
-        return S_OK;
-    }
-    *out = nullptr;
-    return E_NOINTERFACE;
-}
-
 }  // namespace
 
 // ---- DataObject ----------------------------------------------------------------------
@@ -48,15 +36,6 @@ HRESULT DataObject::CreateInstance(DataObject** out) try {
     return CaughtAtEdge(" qv::DataObject::CreateInstance", __LINE__, E_OUTOFMEMORY);
 }
 
-HRESULT DataObject::QueryInterface(REFIID iid, void** out) {
-    return AnswerQuery<DataObject, IZT_BaseDataObject>(this, iid, IID_IZT_BaseDataObject, out);
-}
-ULONG DataObject::AddRef() { return static_cast<ULONG>(::InterlockedIncrement(&refs_)); }
-ULONG DataObject::Release() {
-    const LONG left = ::InterlockedDecrement(&refs_);
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
-}
 
 HRESULT DataObject::GetRelatedObject(BSTR key, IZT_BaseDataObject** related) try {
     if (!related) return E_INVALIDARG;
@@ -127,15 +106,6 @@ HRESULT Query::CreateInstance(Query** out) {
     *out = new (std::nothrow) Query;
     return *out ? S_OK : E_OUTOFMEMORY;
 }
-HRESULT Query::QueryInterface(REFIID iid, void** out) {
-    return AnswerQuery<Query, IZT_Query>(this, iid, IID_IZT_Query, out);
-}
-ULONG Query::AddRef() { return static_cast<ULONG>(::InterlockedIncrement(&refs_)); }
-ULONG Query::Release() {
-    const LONG left = ::InterlockedDecrement(&refs_);
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
-}
 
 // ---- SessionDataManager ----------------------------------------------------------------
 
@@ -143,15 +113,6 @@ HRESULT SessionDataManager::CreateInstance(SessionDataManager** out) {
     if (!out) return E_POINTER;
     *out = new (std::nothrow) SessionDataManager;
     return *out ? S_OK : E_OUTOFMEMORY;
-}
-HRESULT SessionDataManager::QueryInterface(REFIID iid, void** out) {
-    return AnswerQuery<SessionDataManager, IZT_SessionDataMng>(this, iid, IID_IZT_SessionDataMng, out);
-}
-ULONG SessionDataManager::AddRef() { return static_cast<ULONG>(::InterlockedIncrement(&refs_)); }
-ULONG SessionDataManager::Release() {
-    const LONG left = ::InterlockedDecrement(&refs_);
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
 }
 
 HRESULT SessionDataManager::GetSessionValue(BSTR section, BSTR name, long type, VARIANT* value, long flag) try {

@@ -19,15 +19,41 @@
 
 namespace qv {
 
+// The reference count and interface answer the three objects share: the
+// first reference comes with the object, the last Release deletes it.
+template <class Derived, class Interface>
+class ComObject : public Interface {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        if (!out) return E_POINTER;
+        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, Derived::OwnIid())) {
+            *out = static_cast<Interface*>(this);
+            AddRef();
+            return S_OK;
+        }
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(::InterlockedIncrement(&refs_)); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const LONG left = ::InterlockedDecrement(&refs_);
+        if (left == 0) delete static_cast<Derived*>(this);
+        return static_cast<ULONG>(left);
+    }
+
+protected:
+    ComObject() = default;
+    ~ComObject() = default;
+
+private:
+    LONG refs_ = 1;
+};
+
 // A data object: a type name, attributes by name, related objects by key.
-class QV_API DataObject final : public IZT_BaseDataObject {
+class QV_API DataObject final : public ComObject<DataObject, IZT_BaseDataObject> {
 public:
     static HRESULT CreateInstance(DataObject** out);
-
-    // IUnknown
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
+    static const IID& OwnIid() { return IID_IZT_BaseDataObject; }
     // IZT_BaseDataObject. E_INVALIDARG for a null out-pointer or name,
     // S_FALSE (and null, or an empty value) for what the object lacks.
     HRESULT STDMETHODCALLTYPE GetRelatedObject(BSTR key, IZT_BaseDataObject** related) override;
@@ -42,25 +68,23 @@ public:
     HRESULT SetRelatedObject(const wchar_t* key, IZT_BaseDataObject* object);
 
 private:
+    friend class ComObject<DataObject, IZT_BaseDataObject>;
     DataObject();
     ~DataObject();
     struct Impl;
     Impl* impl_;
-    LONG refs_ = 1;
 };
 
 // A query: the control only passes it to the configuration factory.
-class QV_API Query final : public IZT_Query {
+class QV_API Query final : public ComObject<Query, IZT_Query> {
 public:
     static HRESULT CreateInstance(Query** out);
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
+    static const IID& OwnIid() { return IID_IZT_Query; }
 
 private:
+    friend class ComObject<Query, IZT_Query>;
     Query() = default;
     ~Query() = default;
-    LONG refs_ = 1;
 };
 
 // The session-data manager that answers from the library's settings service
@@ -68,12 +92,10 @@ private:
 // the host named it). A requested type other than VT_BSTR is converted with
 // VariantChangeType; a value that is absent, empty or does not convert
 // answers S_FALSE with an empty value.
-class QV_API SessionDataManager final : public IZT_SessionDataMng {
+class QV_API SessionDataManager final : public ComObject<SessionDataManager, IZT_SessionDataMng> {
 public:
     static HRESULT CreateInstance(SessionDataManager** out);
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
+    static const IID& OwnIid() { return IID_IZT_SessionDataMng; }
     HRESULT STDMETHODCALLTYPE Reserved4() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE Reserved5() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE Reserved6() override { return E_NOTIMPL; }
@@ -84,9 +106,9 @@ public:
                                               long flag) override;
 
 private:
+    friend class ComObject<SessionDataManager, IZT_SessionDataMng>;
     SessionDataManager() = default;
     ~SessionDataManager() = default;
-    LONG refs_ = 1;
 };
 
 }  // namespace qv

@@ -72,6 +72,11 @@ int XButtonContainer::OnCreate(CREATESTRUCTW* cs) {
     return 0;
 }
 
+void XButtonContainer::OnDestroy() {
+    m_tooltip.DestroyWindow();
+    Default();
+}
+
 HWND XButtonContainer::GetButton(int index) const noexcept {
     return index >= 0 && index < GetButtonCount() ? m_buttons[static_cast<size_t>(index)]->m_hWnd : nullptr;
 }

@@ -81,6 +81,9 @@ public:
 
 protected:
     int OnCreate(CREATESTRUCTW* cs) override;                          // WM_CREATE
+    // The tooltip goes before the buttons it watches, so that it lets go of
+    // them itself.
+    void OnDestroy() override;                                         // WM_DESTROY
     void OnSize(UINT type, int cx, int cy) override;                   // WM_SIZE
     BOOL OnCommand(WPARAM wp, LPARAM lp) override;                     // WM_COMMAND
     BOOL OnNotify(WPARAM wp, LPARAM lp, LRESULT* result) override;     // WM_NOTIFY
