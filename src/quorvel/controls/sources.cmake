@@ -19,6 +19,7 @@ list(APPEND QV_PUBLIC_HEADERS
   ${CMAKE_CURRENT_LIST_DIR}/font_color.h
   ${CMAKE_CURRENT_LIST_DIR}/input_rules.h
   ${CMAKE_CURRENT_LIST_DIR}/prompt.h
+  ${CMAKE_CURRENT_LIST_DIR}/rich_text.h
   ${CMAKE_CURRENT_LIST_DIR}/scroll_dialog.h
   ${CMAKE_CURRENT_LIST_DIR}/scroll_dialog_rules.h
   ${CMAKE_CURRENT_LIST_DIR}/script_buttons.h
