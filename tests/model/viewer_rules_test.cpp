@@ -117,7 +117,7 @@ TEST(ViewerRulesTest, TextLinesInEachEncoding) {
 // A .bmp file: `header` bytes of header (40 or a larger version), the
 // given fields, `colours` table entries, then `pixelBytes` bytes of pixels
 // numbered 0, 1, 2, ... so that their order can be followed.
-struct BmpSpec {
+struct BmpLayout {
     int headerSize = 40;
     int32_t width = 3, height = 2;
     uint16_t planes = 1, bits = 24;
@@ -126,7 +126,7 @@ struct BmpSpec {
     int pixelBytes = -1;  // -1: exactly what the rows need
     int offBitsDelta = 0;
 };
-std::string File(const BmpSpec& b) {
+std::string File(const BmpLayout& b) {
     std::string s;
     const auto put = [&s](uint32_t v, int n) { for (int i = 0; i < n; ++i) s.push_back(char((v >> (8 * i)) & 0xFF)); };
     const uint32_t stride = ((uint32_t(b.width) * b.bits + 31) / 32) * 4;
@@ -147,7 +147,7 @@ std::string File(const BmpSpec& b) {
 }
 
 TEST(ViewerRulesTest, BitmapFilesReadOrRefused) {
-    const struct { const char* what; BmpSpec spec; bool ok; size_t bitsOffset; } cases[] = {
+    const struct { const char* what; BmpLayout layout; bool ok; size_t bitsOffset; } cases[] = {
         {"24 bits", {}, true, 40},
         {"32 bits", {.bits = 32}, true, 40},
         {"8 bits, full palette", {.bits = 8, .colours = 256}, true, 40 + 1024},
@@ -172,17 +172,17 @@ TEST(ViewerRulesTest, BitmapFilesReadOrRefused) {
     };
     for (const auto& c : cases) {
         vw::PackedDib dib;
-        ASSERT_EQ(vw::ParseBmp(File(c.spec), dib), c.ok) << c.what;
+        ASSERT_EQ(vw::ParseBmp(File(c.layout), dib), c.ok) << c.what;
         if (!c.ok) {
             EXPECT_TRUE(dib.bytes.empty()) << c.what;
             continue;
         }
         EXPECT_EQ(dib.bitsOffset, c.bitsOffset) << c.what;
-        EXPECT_EQ(dib.bitCount, c.spec.bits) << c.what;
-        EXPECT_EQ(dib.height, std::abs(c.spec.height)) << c.what;
+        EXPECT_EQ(dib.bitCount, c.layout.bits) << c.what;
+        EXPECT_EQ(dib.height, std::abs(c.layout.height)) << c.what;
         EXPECT_EQ(dib.bytes[0], 40) << c.what;                        // always the 40-byte header
-        EXPECT_EQ(int32_t(dib.bytes[8] | dib.bytes[9] << 8), std::abs(c.spec.height)) << c.what;
-        if (c.spec.compression == 3) {
+        EXPECT_EQ(int32_t(dib.bytes[8] | dib.bytes[9] << 8), std::abs(c.layout.height)) << c.what;
+        if (c.layout.compression == 3) {
             EXPECT_EQ(dib.bytes[40], 0xA0) << c.what;  // the masks kept
         }
     }

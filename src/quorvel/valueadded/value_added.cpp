@@ -451,18 +451,18 @@ bool XValueAddedCtrl::Rebuild(const std::wstring& value) {
     }
     m_pState->entries = std::move(entries);
 
-    const std::vector<va::RowSpec> rows =
+    const std::vector<va::RowTexts> rows =
         va::BuildRows(m_pState->config, m_pState->entries, TotalTime(), m_iDecimalPlacesPercentage,
                       m_iDecimalPlacesTimes, m_bImages, Translated(L"Not Assigned"));
-    auto valuesOf = [this](const va::RowSpec& spec) {
+    auto valuesOf = [this](const va::RowTexts& shown) {
         std::vector<qv::Variant> values;
         values.reserve(6);
         if (!m_bImages) values.emplace_back(L"");
-        values.emplace_back(spec.name);
-        values.emplace_back(spec.pe);
-        values.emplace_back(spec.te);
-        values.emplace_back(spec.pc);
-        values.emplace_back(spec.tc);
+        values.emplace_back(shown.name);
+        values.emplace_back(shown.pe);
+        values.emplace_back(shown.te);
+        values.emplace_back(shown.pc);
+        values.emplace_back(shown.tc);
         return values;
     };
 
@@ -489,10 +489,10 @@ bool XValueAddedCtrl::Rebuild(const std::wstring& value) {
     m_mapRows.clear();
     SendMessage(LVM_SETITEMCOUNT, rows.size());
     for (size_t i = 0; i < rows.size(); ++i) {
-        const va::RowSpec& spec = rows[i];
+        const va::RowTexts& shown = rows[i];
         const int row = static_cast<int>(i);
-        if (!AddEntry(valuesOf(spec), row, m_bImages ? (spec.image >= 0 ? spec.image : I_IMAGENONE) : -1)) return false;
-        if (spec.hasCode) m_mapRows[row] = spec.code;
+        if (!AddEntry(valuesOf(shown), row, m_bImages ? (shown.image >= 0 ? shown.image : I_IMAGENONE) : -1)) return false;
+        if (shown.hasCode) m_mapRows[row] = shown.code;
     }
     return true;
 }

@@ -251,15 +251,15 @@ bool ApplyEdit(EntryMap& entries, EntryCode code, double value, double totalTime
 
 // ---- Rows ------------------------------------------------------------------------------
 
-std::vector<RowSpec> BuildRows(const Config& config, const EntryMap& entries, double totalTime,
+std::vector<RowTexts> BuildRows(const Config& config, const EntryMap& entries, double totalTime,
                                int percentDecimals, int timeDecimals, bool images,
                                const std::wstring& notAssigned) {
-    std::vector<RowSpec> rows;
+    std::vector<RowTexts> rows;
     size_t count = 1;
     for (const auto& group : config) count += 1 + group.children.size();
     rows.reserve(count);
 
-    auto figures = [&](RowSpec& row, const ValueAddedEntry* entry) {
+    auto figures = [&](RowTexts& row, const ValueAddedEntry* entry) {
         const ValueAddedEntry zero;
         if (!entry) entry = &zero;
         row.pe = FormatFixed(entry->PE, percentDecimals);
@@ -273,7 +273,7 @@ std::vector<RowSpec> BuildRows(const Config& config, const EntryMap& entries, do
     };
 
     for (const auto& group : config) {
-        RowSpec row;
+        RowTexts row;
         row.hasCode = true;
         row.code = MakeEntryCode(0, group.id);
         row.group = true;
@@ -283,7 +283,7 @@ std::vector<RowSpec> BuildRows(const Config& config, const EntryMap& entries, do
         rows.push_back(std::move(row));
         for (const auto& child : group.children) {
             if (!child.shown) continue;
-            RowSpec childRow;
+            RowTexts childRow;
             childRow.hasCode = true;
             childRow.code = MakeEntryCode(group.id, child.id);
             childRow.image = images ? 1 : -1;
@@ -299,7 +299,7 @@ std::vector<RowSpec> BuildRows(const Config& config, const EntryMap& entries, do
         entered -= entry.PE;
         calculated -= entry.PC;
     }
-    RowSpec rest;
+    RowTexts rest;
     rest.name = notAssigned;
     rest.image = -1;
     rest.pe = FormatFixed(entered, percentDecimals);

@@ -124,7 +124,7 @@ bool ApplyEdit(EntryMap& entries, EntryCode code, double value, double totalTime
 
 // ---- Rows ------------------------------------------------------------------------------
 
-struct RowSpec {
+struct RowTexts {
     bool hasCode = false;  // false only for the "Not Assigned" row
     EntryCode code = 0;
     bool group = false;
@@ -137,7 +137,7 @@ struct RowSpec {
 // four blanks), then the "Not Assigned" row named `notAssigned`, showing
 // 100 - the counting records' entered (and calculated) percents, and that
 // share of `totalTime`. `images`: whether rows carry their images.
-std::vector<RowSpec> BuildRows(const Config& config, const EntryMap& entries, double totalTime,
+std::vector<RowTexts> BuildRows(const Config& config, const EntryMap& entries, double totalTime,
                                int percentDecimals, int timeDecimals, bool images,
                                const std::wstring& notAssigned);
 
