@@ -318,7 +318,9 @@ XBaseColorControlNew::~XBaseColorControlNew() {
 int XBaseColorControlNew::CreateCtrl(const wchar_t* text, unsigned long style, const RECT& rect, HWND parent,
                                      unsigned int id) try {
     if (!parent || !::IsWindow(parent) || m_hWnd) return FALSE;
-    if (!qv::Static::Create(text, style, rect, parent, id)) return FALSE;
+    // The frame shows no text of its own: its children cover it.
+    (void)text;
+    if (!qv::Static::Create(nullptr, style, rect, parent, id)) return FALSE;
     const fc::Box frame = ToBox(rect);
     auto preview = std::make_unique<XBaseStatictextColor>();
     auto button = std::make_unique<qv::Button>();

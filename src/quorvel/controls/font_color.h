@@ -133,7 +133,8 @@ public:
 
     // Creates the frame (a static with `style`, e.g. WS_CHILD | WS_VISIBLE)
     // at `rect` of `parent`, the preview showing "Test" and the "..." button
-    // inside it, and shows the current choice. TRUE when all three exist;
+    // inside it, and shows the current choice. `text` is taken for hosts
+    // that pass a caption; the frame shows none, its children cover it. TRUE when all three exist;
     // FALSE for a null or destroyed parent or a second creation.
     int CreateCtrl(const wchar_t* text, unsigned long style, const RECT& rect, HWND parent, unsigned int id);
 
