@@ -564,6 +564,16 @@ std::vector<ControlRow> Rows() {
              ::UpdateWindow(c);
              return c.SetBGColorHTML(L"#fffacd") && c.GetPreviewFont() != nullptr;
          }), kNoTooltip},
+        {"XBaseColorControlNew dialog", Make<XBaseColorControlNew>([](auto& c, HWND p, HFONT) {
+             if (!c.CreateCtrl(L"", WS_CHILD | WS_VISIBLE, kRect, p, kId)) return false;
+             // The font and colour dialog opened, its lists and preview made, and OK pressed.
+             const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
+                 if (HWND dlg = ::FindWindowW(L"#32770", L"Fonts and colors")) ::PostMessageW(dlg, WM_COMMAND, IDOK, 0);
+             });
+             const bool chosen = c.ShowFontDlg();
+             ::KillTimer(nullptr, timer);
+             return chosen;
+         }), kNoTooltip},
         {"XMultiLineEditLN", Field<XMultiLineEditLN>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XMultiLineEditLNColor", Field<XMultiLineEditLNColor>(L"1\r\n2\r\n3", kTallRect), kNoTooltip},
         {"XSplitterWnd", [](HWND p, HFONT) -> std::unique_ptr<Subject> { return std::make_unique<Splitter>(p); }, kNoTooltip},
