@@ -41,6 +41,7 @@ std::unique_ptr<PageObjects> BuildBaseControlsPage(HWND page);
 std::unique_ptr<PageObjects> BuildDatesPage(HWND page);
 std::unique_ptr<PageObjects> BuildNumericPage(HWND page);
 std::unique_ptr<PageObjects> BuildSplitterPage(HWND page);
+std::unique_ptr<PageObjects> BuildRichTextPage(HWND page);
 std::unique_ptr<PageObjects> BuildSearchFieldsPage(HWND page);
 // Opens the first field's folder picker for a picture of its own.
 void ShowSearchFolderDialogForShot(HWND page);

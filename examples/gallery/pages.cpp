@@ -19,7 +19,7 @@ const std::vector<PageInfo>& Pages() {
         {L"Buttons", BuildButtonsPage, nullptr, nullptr},
         {L"Combo boxes", BuildComboBoxesPage, nullptr, ShowCombosForShot},
         {L"Font and colour", BuildFontColourPage, nullptr, ShowFontColourDialogForShot},
-        {L"Rich text", nullptr, L"Rich text fields with their edit and formatting menu.", nullptr},
+        {L"Rich text", BuildRichTextPage, nullptr, nullptr},
         {L"Scrolling dialog", BuildScrollDialogPage, nullptr, nullptr},
     };
     return pages;
