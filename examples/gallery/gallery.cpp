@@ -208,6 +208,45 @@ int Screenshots(const std::wstring& dir) {
 
 }  // namespace
 
+namespace {
+
+// The dialog shot waiting for its dialog: the picture's name and the timer.
+std::wstring g_dialogShotName;
+UINT_PTR g_dialogShotTimer = 0;
+int g_dialogShotTicks = 0;
+
+// Waits (up to 20 s) inside the modal dialog's own loop for the dialog of
+// this thread to show, writes its picture and cancels it.
+void CALLBACK ShootDialogWhenShown(HWND, UINT, UINT_PTR, DWORD) {
+    HWND dialog = nullptr;
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND w, LPARAM lp) -> BOOL {
+            wchar_t cls[16] = {};
+            ::GetClassNameW(w, cls, 16);
+            if (std::wstring(cls) != L"#32770" || !::IsWindowVisible(w)) return TRUE;
+            *reinterpret_cast<HWND*>(lp) = w;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&dialog));
+    if (!dialog && ++g_dialogShotTicks < 50) return;
+    ::KillTimer(nullptr, g_dialogShotTimer);
+    g_dialogShotTimer = 0;
+    if (!dialog) return;
+    ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    WriteWindowShot(dialog, g_dialogShotName.c_str());
+    ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+}
+
+}  // namespace
+
+void ShootNextDialog(const wchar_t* name) {
+    if (!InScreenshotMode() || !name || g_dialogShotTimer) return;
+    g_dialogShotName = name;
+    g_dialogShotTicks = 0;
+    g_dialogShotTimer = ::SetTimer(nullptr, 0, 400, &ShootDialogWhenShown);
+}
+
 bool WriteWindowShot(HWND window, const wchar_t* name) {
     if (g.shotDir.empty() || !::IsWindow(window)) return false;
     const std::wstring path = g.shotDir + L"\\" + name + L".png";

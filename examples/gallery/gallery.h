@@ -74,6 +74,9 @@ HFONT GalleryFont();
 // false outside screenshot mode.
 bool WriteWindowShot(HWND window, const wchar_t* name);
 bool InScreenshotMode();
+// Screenshot mode only: the next dialog of this thread that shows (a modal
+// one the caller opens next) is written as name.png and cancelled.
+void ShootNextDialog(const wchar_t* name);
 HWND AddLabel(HWND page, const wchar_t* text, int x, int y, int w, int h, DWORD style = 0);
 
 }  // namespace gallery

@@ -54,37 +54,11 @@ void CALLBACK Refresh(HWND, UINT, UINT_PTR, DWORD) {
     }
 }
 
-// The second chooser's dialog, written as a picture of its own and
-// cancelled: a timer inside the dialog's message loop waits for it.
-UINT_PTR g_shotTimer = 0;
-int g_shotTicks = 0;
-
-void CALLBACK ShootDialog(HWND, UINT, UINT_PTR, DWORD) {
-    HWND dialog = nullptr;
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(),
-        [](HWND w, LPARAM lp) -> BOOL {
-            wchar_t cls[16] = {};
-            ::GetClassNameW(w, cls, 16);
-            if (std::wstring(cls) != L"#32770" || !::IsWindowVisible(w)) return TRUE;
-            *reinterpret_cast<HWND*>(lp) = w;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&dialog));
-    if (!dialog && ++g_shotTicks < 50) return;
-    ::KillTimer(nullptr, g_shotTimer);
-    if (!dialog) return;
-    ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    WriteWindowShot(dialog, L"font-colour-dialog");
-    ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
-}
-
 }  // namespace
 
 void ShowFontColourDialogForShot(HWND /*page*/) {
     if (!g_objects || g_objects->rows.size() < 2 || !InScreenshotMode()) return;
-    g_shotTicks = 0;
-    g_shotTimer = ::SetTimer(nullptr, 0, 400, &ShootDialog);
+    ShootNextDialog(L"font-colour-dialog");
     g_objects->rows[1].chooser->ShowFontDlg();
 }
 

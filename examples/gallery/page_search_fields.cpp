@@ -32,39 +32,13 @@ std::wstring OwnPath() {
     return std::wstring(path.data(), n);
 }
 
-// The first field's folder picker, written as a picture of its own and
-// cancelled: a timer inside the dialog's message loop waits for it to show.
-UINT_PTR g_shotTimer = 0;
-int g_shotTicks = 0;
-
-void CALLBACK ShootFolderDialog(HWND, UINT, UINT_PTR, DWORD) {
-    HWND dialog = nullptr;
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(),
-        [](HWND w, LPARAM lp) -> BOOL {
-            wchar_t cls[16] = {};
-            ::GetClassNameW(w, cls, 16);
-            if (std::wstring(cls) != L"#32770" || !::IsWindowVisible(w)) return TRUE;
-            *reinterpret_cast<HWND*>(lp) = w;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&dialog));
-    if (!dialog && ++g_shotTicks < 50) return;
-    ::KillTimer(nullptr, g_shotTimer);
-    if (!dialog) return;
-    ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    WriteWindowShot(dialog, L"search-fields-folder-dialog");
-    ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
-}
-
 }  // namespace
 
 void ShowSearchFolderDialogForShot(HWND page) {
     HWND field = ::GetDlgItem(page, kFirstId);
     HWND browse = field ? ::GetDlgItem(field, XBaseSearchCtrl::kBrowseId) : nullptr;
     if (!browse || !InScreenshotMode()) return;
-    g_shotTicks = 0;
-    g_shotTimer = ::SetTimer(nullptr, 0, 400, &ShootFolderDialog);
+    ShootNextDialog(L"search-fields-folder-dialog");
     ::SendMessageW(browse, BM_CLICK, 0, 0);
 }
 

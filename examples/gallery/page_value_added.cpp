@@ -52,10 +52,17 @@ bool WriteRowPicture(const std::wstring& path, bool group) {
             p[2] = colour[2];
         }
     }
-    BITMAPINFOHEADER info{sizeof(BITMAPINFOHEADER), w, h, 1, 24, BI_RGB};
-    BITMAPFILEHEADER file{0x4D42,
-                          static_cast<DWORD>(sizeof(BITMAPFILEHEADER) + sizeof info + pixels.size()), 0, 0,
-                          static_cast<DWORD>(sizeof(BITMAPFILEHEADER) + sizeof info)};
+    BITMAPINFOHEADER info{};
+    info.biSize = sizeof info;
+    info.biWidth = w;
+    info.biHeight = h;
+    info.biPlanes = 1;
+    info.biBitCount = 24;
+    info.biCompression = BI_RGB;
+    BITMAPFILEHEADER file{};
+    file.bfType = 0x4D42;
+    file.bfOffBits = static_cast<DWORD>(sizeof file + sizeof info);
+    file.bfSize = static_cast<DWORD>(file.bfOffBits + pixels.size());
     FILE* out = _wfopen(path.c_str(), L"wb");
     if (!out) return false;
     const bool written = fwrite(&file, sizeof file, 1, out) == 1 && fwrite(&info, sizeof info, 1, out) == 1 &&

@@ -305,11 +305,18 @@ TEST_F(ValueAddedTest, SettingsTotalTimeAndPictures) {
     std::filesystem::create_directories(folder);
     for (const wchar_t* name : {L"group.bmp", L"step.bmp"}) {
         // Write an 18 x 17, 24-bit BMP by hand.
-        BITMAPINFOHEADER info{sizeof(BITMAPINFOHEADER), 18, 17, 1, 24, BI_RGB};
+        BITMAPINFOHEADER info{};
+        info.biSize = sizeof info;
+        info.biWidth = 18;
+        info.biHeight = 17;
+        info.biPlanes = 1;
+        info.biBitCount = 24;
         const DWORD stride = (18 * 3 + 3) & ~3u;
         std::vector<BYTE> pixels(stride * 17, 0x40);
-        BITMAPFILEHEADER file{0x4D42, static_cast<DWORD>(sizeof(BITMAPFILEHEADER) + sizeof info + pixels.size()), 0,
-                              0, sizeof(BITMAPFILEHEADER) + sizeof info};
+        BITMAPFILEHEADER file{};
+        file.bfType = 0x4D42;
+        file.bfOffBits = sizeof file + sizeof info;
+        file.bfSize = static_cast<DWORD>(file.bfOffBits + pixels.size());
         FILE* out = _wfopen((folder / name).c_str(), L"wb");
         ASSERT_NE(out, nullptr);
         fwrite(&file, sizeof file, 1, out);
