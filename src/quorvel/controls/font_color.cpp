@@ -20,11 +20,6 @@ std::wstring Translated(const wchar_t* text) { return qv::Services::Translation(
 
 constexpr COLORREF kReadOnlyGrey = 0xC0C0C0;
 
-// The colours the user keeps in the system colour dialog's custom row for
-// the rest of the session, as that dialog does in other programs.
-COLORREF g_customColors[16] = {0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF,
-                               0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF};
-
 HFONT MakeFont(const std::wstring& face, int height, const fc::Style& style) {
     LOGFONTW lf{};
     lf.lfHeight = height;
@@ -232,15 +227,7 @@ void XBaseColorControlDlg::PickColor(bool background) {
 }
 
 bool XBaseColorControlDlg::RunColorDialog(COLORREF& color) {
-    CHOOSECOLORW cc{};
-    cc.lStructSize = sizeof cc;
-    cc.hwndOwner = m_hWnd;
-    cc.rgbResult = color;
-    cc.lpCustColors = g_customColors;
-    cc.Flags = CC_RGBINIT | CC_FULLOPEN;
-    if (!::ChooseColorW(&cc)) return false;
-    color = cc.rgbResult;
-    return true;
+    return qv::ChooseSystemColor(m_hWnd, color);
 }
 
 BOOL XBaseColorControlDlg::OnCommand(WPARAM wp, LPARAM lp) {

@@ -1,5 +1,7 @@
 #include "quorvel/platform/dialog.h"
 
+#include <commdlg.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <climits>
@@ -168,6 +170,21 @@ BOOL Dialog::OnCommand(WPARAM wp, LPARAM lp) {
         }
     }
     return Window::OnCommand(wp, lp);
+}
+
+bool ChooseSystemColor(HWND owner, COLORREF& color) {
+    // As in other programs, the custom colours last the session.
+    static COLORREF custom[16] = {0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF,
+                                  0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF};
+    CHOOSECOLORW cc{};
+    cc.lStructSize = sizeof cc;
+    cc.hwndOwner = owner;
+    cc.rgbResult = color;
+    cc.lpCustColors = custom;
+    cc.Flags = CC_RGBINIT | CC_FULLOPEN;
+    if (!::ChooseColorW(&cc)) return false;
+    color = cc.rgbResult;
+    return true;
 }
 
 }  // namespace qv

@@ -100,4 +100,9 @@ QV_API void DDX_Text(DataExchange* dx, int id, std::wstring& value);
 // space around it is allowed) fails the exchange.
 QV_API void DDX_Text(DataExchange* dx, int id, int& value);
 
+// The system colour dialog, opened full with `color` chosen; false when the
+// user cancelled (`color` is then left). The custom colours the user keeps
+// in it are one set for the whole process, whichever control opened it.
+QV_API bool ChooseSystemColor(HWND owner, COLORREF& color);
+
 }  // namespace qv

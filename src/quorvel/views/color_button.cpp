@@ -27,11 +27,6 @@ bool IsCellId(UINT id) {
     return id >= XColorBtnDlg::kFirstCell && id < static_cast<UINT>(XColorBtnDlg::kFirstCell) + XColorBtnDlg::kCellCount;
 }
 
-// The colours the user keeps in the system colour dialog's custom row, for
-// the rest of the session, as that dialog does in other programs.
-COLORREF g_customColors[16] = {0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF,
-                               0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF};
-
 void Line(HDC dc, int x1, int y1, int x2, int y2) {
     ::MoveToEx(dc, x1, y1, nullptr);
     ::LineTo(dc, x2, y2);
@@ -107,15 +102,7 @@ void XColorBtnDlg::Choose(int index) {
 }
 
 bool XColorBtnDlg::ChooseOtherColor(COLORREF& color) {
-    CHOOSECOLORW cc{};
-    cc.lStructSize = sizeof cc;
-    cc.hwndOwner = m_hWnd;
-    cc.rgbResult = color;
-    cc.lpCustColors = g_customColors;
-    cc.Flags = CC_RGBINIT | CC_FULLOPEN;
-    if (!::ChooseColorW(&cc)) return false;
-    color = cc.rgbResult;
-    return true;
+    return qv::ChooseSystemColor(m_hWnd, color);
 }
 
 void XColorBtnDlg::OpenOther() {
