@@ -52,15 +52,16 @@ void CALLBACK ReadMenu(HWND, UINT, UINT_PTR, DWORD) {
     ::EndMenu();
 }
 
-// Opens the field's context menu as a right click does and answers what was
-// shown (nothing: no menu came up).
-std::vector<MenuItem> OpenMenu(HWND field) {
+// Opens the field's context menu as a right click (or, `keyboard`, as
+// Shift+F10) does and answers what was shown (nothing: no menu came up).
+std::vector<MenuItem> OpenMenu(HWND field, bool keyboard = false) {
     g_menu.clear();
     g_menus = 0;
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 30, &ReadMenu);
     RECT rc{};
     ::GetWindowRect(field, &rc);
-    ::SendMessageW(field, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(field), MAKELPARAM(rc.left + 5, rc.top + 5));
+    const LPARAM at = keyboard ? static_cast<LPARAM>(-1) : MAKELPARAM(rc.left + 5, rc.top + 5);
+    ::SendMessageW(field, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(field), at);
     ::KillTimer(nullptr, timer);
     return g_menus ? g_menu : std::vector<MenuItem>{};
 }
@@ -171,6 +172,7 @@ TEST_F(RichTextTest, ContextMenuListsEveryEntryGreyedBySelectionAndReadOnly) {
     EXPECT_TRUE(OpenMenu(field_).empty()) << "a disabled menu shows nothing";
     field_.SetMenuDisabled(false);
     EXPECT_EQ(OpenMenu(field_).size(), layout.size());
+    EXPECT_EQ(OpenMenu(field_, true).size(), layout.size()) << "from the keyboard: at the caret";
 }
 
 // ---- formatting --------------------------------------------------------------------------
