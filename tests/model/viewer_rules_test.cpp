@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "quorvel/common/shell_text.h"
+
 namespace {
 
 namespace vw = qv::viewer;
@@ -92,11 +94,11 @@ TEST(ViewerRulesTest, BrowserCommandLine) {
 }
 
 TEST(ViewerRulesTest, ShellErrorTexts) {
-    EXPECT_STREQ(vw::ShellErrorText(5), L"Access denied");
-    EXPECT_STREQ(vw::ShellErrorText(31), L"There is no application associated with the given file name extension");
-    EXPECT_STREQ(vw::ShellErrorText(26), L"A sharing violation occurred");
-    EXPECT_STREQ(vw::ShellErrorText(2), L"Unknown error");
-    EXPECT_STREQ(vw::ShellErrorText(0), L"Unknown error");
+    EXPECT_STREQ(qv::ShellErrorText(5), L"Access denied");
+    EXPECT_STREQ(qv::ShellErrorText(31), L"There is no application associated with the given file name extension");
+    EXPECT_STREQ(qv::ShellErrorText(26), L"A sharing violation occurred");
+    EXPECT_STREQ(qv::ShellErrorText(2), L"Unknown error");
+    EXPECT_STREQ(qv::ShellErrorText(0, L"Help file not found"), L"Help file not found");
 }
 
 TEST(ViewerRulesTest, TextLinesInEachEncoding) {

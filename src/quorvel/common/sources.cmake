@@ -1,6 +1,7 @@
 # Portable code shared by the model and the Windows build.
 list(APPEND QV_MODEL_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/oledate.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/shell_text.cpp
   ${CMAKE_CURRENT_LIST_DIR}/utf8.cpp
 )
 # Installed headers: what a host includes, and what those include.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "quorvel/common/boundary.h"
+#include "quorvel/common/shell_text.h"
 #include "quorvel/frame/services.h"
 #include "quorvel/frame/session.h"
 #include "quorvel/frame/siblings.h"
@@ -64,17 +65,6 @@ const XTooltipOwnerKind* OwnerKindOf(HWND owner) {
 std::wstring PromptHelpFile(const XTooltipOwnerKind* kind) {
     if (!kind || kind->TooltipOwnerKind() != XTooltipOwnerKind::kOwnerPrompt) return {};
     return kind->TooltipContextHelpFile();
-}
-
-const wchar_t* ShellErrorText(INT_PTR code) {
-    switch (code) {
-    case SE_ERR_ACCESSDENIED: return L"Access denied";
-    case SE_ERR_OOM: return L"There was not enough memory to complete the operation";
-    case ERROR_BAD_FORMAT: return L"The .exe file is invalid";
-    case SE_ERR_SHARE: return L"A sharing violation occurred";
-    case SE_ERR_NOASSOC: return L"There is no application associated with the given file name extension";
-    default: return L"Help file not found";
-    }
 }
 
 bool SamePoint(POINT a, POINT b) { return a.x == b.x && a.y == b.y; }
@@ -609,7 +599,7 @@ void XTooltip::OpenContextHelp() {
                                                         ps.helpDirectory.c_str(), SW_SHOW);
     if (result > 32) return;
     const std::wstring caption = CoTranslateText(L"Open application");
-    const std::wstring text = CoTranslateText(ShellErrorText(result));
+    const std::wstring text = CoTranslateText(qv::ShellErrorText(result, L"Help file not found"));
     qv::Services::MessageBoxes().Show(ps.lastOwner, caption.c_str(), text.c_str(), MB_ICONHAND);
 }
 

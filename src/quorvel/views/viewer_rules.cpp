@@ -236,15 +236,4 @@ std::wstring BrowserCommandLine(std::wstring_view registered, std::wstring_view 
     return line;
 }
 
-const wchar_t* ShellErrorText(long long code) {
-    switch (code) {
-    case 5: return L"Access denied";
-    case 8: return L"There was not enough memory to complete the operation";
-    case 11: return L"The .exe file is invalid";
-    case 26: return L"A sharing violation occurred";
-    case 31: return L"There is no application associated with the given file name extension";
-    default: return L"Unknown error";
-    }
-}
-
 }  // namespace qv::viewer

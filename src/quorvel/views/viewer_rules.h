@@ -95,8 +95,5 @@ std::wstring OfficeFileName(std::wstring_view path, Office office);
 // is none), a blank, then the file. Empty when no command is registered.
 std::wstring BrowserCommandLine(std::wstring_view registered, std::wstring_view file);
 
-// The English text for a failed shell start (a result of 32 or less):
-// 5, 8, 11, 26 and 31 have their own texts, anything else "Unknown error".
-const wchar_t* ShellErrorText(long long code);
 
 }  // namespace qv::viewer

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "quorvel/common/boundary.h"
+#include "quorvel/common/shell_text.h"
 #include "quorvel/frame/services.h"
 #include "quorvel/frame/siblings.h"
 #include "quorvel/platform/com.h"
@@ -752,7 +753,7 @@ void XImageView::OpenInApplication(HWND button) {
                                                           folder.empty() ? nullptr : folder.c_str(), SW_SHOW);
     if (result < 33) {
         qv::Services::MessageBoxes().Show(m_hWnd, Translated(L"Open application").c_str(),
-                                          Translated(vw::ShellErrorText(result)).c_str(), MB_ICONERROR);
+                                          Translated(qv::ShellErrorText(result)).c_str(), MB_ICONERROR);
     }
 }
 

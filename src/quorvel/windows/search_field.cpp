@@ -6,6 +6,7 @@
 #include <cwchar>
 
 #include "quorvel/common/boundary.h"
+#include "quorvel/common/shell_text.h"
 #include "quorvel/frame/services.h"
 #include "quorvel/frame/siblings.h"
 #include "quorvel/platform/module.h"
@@ -513,7 +514,7 @@ void XBaseSearchCtrl::OpenFile() {
                                                          folder.empty() ? nullptr : folder.c_str(), SW_SHOW);
     if (result > 32) return;
     qv::Services::MessageBoxes().Show(m_hWnd, Translated(L"Open application").c_str(),
-                                      Translated(sr::OpenErrorText(result)).c_str(), MB_ICONHAND);
+                                      Translated(qv::ShellErrorText(result)).c_str(), MB_ICONHAND);
 }
 
 void XBaseSearchCtrl::WriteEditText(const std::wstring& text) {

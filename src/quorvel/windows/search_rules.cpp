@@ -118,15 +118,4 @@ std::wstring ParentFolder(std::wstring_view path) {
     return std::wstring(path.substr(0, last));
 }
 
-const wchar_t* OpenErrorText(long long shellResult) noexcept {
-    switch (shellResult) {
-    case 5: return L"Access denied";
-    case 8: return L"There was not enough memory to complete the operation";
-    case 11: return L"The .exe file is invalid";
-    case 26: return L"A sharing violation occurred";
-    case 31: return L"There is no application associated with the given file name extension";
-    default: return L"Unknown error";
-    }
-}
-
 }  // namespace qv::search

@@ -85,7 +85,5 @@ std::wstring FirstLine(std::wstring_view message);
 // "C:\\a", "C:\\b.txt" gives "C:\\"); empty when there is none.
 std::wstring ParentFolder(std::wstring_view path);
 
-// The English message of a failed "open" (the shell's answer at most 32).
-const wchar_t* OpenErrorText(long long shellResult) noexcept;
 
 }  // namespace qv::search
