@@ -11,11 +11,12 @@
 //
 // Each class runs in three destruction orders (the control first; the
 // parent first; the two in turn, with the form at the screen's bottom right
-// corner so that tooltips flip): a warm-up, then two equal batches. What one-time caches grow shows
-// up in the warm-up and at most in the first batch; a leak grows both
-// batches alike. QV_SOAK_CYCLES sets the cycles per batch (4 by default; a
-// long run: QV_SOAK_CYCLES=1000, 2 000 measured cycles per class and order
-// after a warm-up of 100); QV_SOAK_REPORT=1 prints every class's numbers
+// corner so that tooltips flip): a warm-up, then two equal batches. What
+// one-time caches grow shows up in the warm-up and at most in the first
+// batch; a leak grows both batches alike. QV_SOAK_CYCLES sets the cycles per
+// batch (3 by default; a long run: QV_SOAK_CYCLES=1000, 2 000 measured
+// cycles per class and order after a warm-up of 100); QV_SOAK_REPORT=1
+// prints every class's numbers
 // (the heap growth also for the C runtime's heap alone, where the library's
 // own allocations live); QV_SOAK_ONLY=<part of a class name> runs those rows.
 #include <windows.h>
@@ -793,10 +794,10 @@ struct Cycler {
 class SoakTest : public qvtest::HostTest {
 protected:
     static void SetUpTestSuite() {
-        cycles_ = EnvInt("QV_SOAK_CYCLES", 4);
+        cycles_ = EnvInt("QV_SOAK_CYCLES", 3);
         // Each measurement makes this many brushes and menus: enough for
         // any leak of a few batches to show, few enough to keep the run short.
-        g_headroom = std::max(1000L, 8L * cycles_);
+        g_headroom = std::max(500L, 8L * cycles_);
         gdi_ = std::make_unique<Ballast>(kGdi, g_headroom);
         user_ = std::make_unique<Ballast>(kUser, g_headroom);
     }
@@ -845,7 +846,7 @@ TEST_F(SoakTest, HandleCountSeesALeakOfAWindow) {
 
 TEST_F(SoakTest, NoControlKeepsHandlesOrMemoryPerCycle) {
     const bool report = std::getenv("QV_SOAK_REPORT") != nullptr;
-    const int warmUp = std::max(2, cycles_ / 10);
+    const int warmUp = std::max(1, cycles_ / 10);
     // A batch may grow by what a cache adds once; a leak adds to every cycle.
     const long kHandleSlack = 2;
     const long long kHeapSlack = 384 + 8LL * cycles_;
