@@ -1,15 +1,2 @@
-# Views and domain controls: viewers, button container, colour button. Files named
-# *_rules.cpp are portable model code (also built natively); every other
-# source here is the Windows side.
-file(GLOB QV_VIEWS_RULES CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*_rules.cpp)
-file(GLOB QV_VIEWS_ALL CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*.cpp)
-list(APPEND QV_MODEL_SOURCES ${QV_VIEWS_RULES})
-if(QV_VIEWS_RULES)
-  list(REMOVE_ITEM QV_VIEWS_ALL ${QV_VIEWS_RULES})
-endif()
-list(APPEND QV_WIN_SOURCES ${QV_VIEWS_ALL})
-# Installed headers: the window classes' headers, and the model headers that
-# they include (named here one by one; the others stay private).
-file(GLOB QV_VIEWS_HEADERS CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*.h)
-list(FILTER QV_VIEWS_HEADERS EXCLUDE REGEX "_rules\\.h$")
-list(APPEND QV_PUBLIC_HEADERS ${QV_VIEWS_HEADERS})
+# Views and domain controls: viewers, button container, colour button.
+qv_family_by_name(${CMAKE_CURRENT_LIST_DIR})
