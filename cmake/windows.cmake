@@ -95,6 +95,31 @@ if(QV_BUILD_TESTS)
     add_test(NAME wine.${name} COMMAND qvw_${name})
     set_tests_properties(wine.${name} PROPERTIES TIMEOUT 300)
   endforeach()
+  # Screen readers and DPI: one executable each over every family, built
+  # from the files of its folder (one file per family group). The DPI tests
+  # run three times, at 96 DPI in the common prefix and at 144 and 192 DPI
+  # in prefixes of their own.
+  foreach(group accessibility dpi)
+    file(GLOB QV_GROUP_TESTS CONFIGURE_DEPENDS ${QV_ROOT}/tests/win/${group}/*.cpp)
+    if(QV_GROUP_TESTS)
+      add_executable(qvw_${group}_test ${QV_GROUP_TESTS})
+      target_link_libraries(qvw_${group}_test PRIVATE qv_win_test_support gtest_main)
+    endif()
+  endforeach()
+  if(TARGET qvw_accessibility_test)
+    add_test(NAME wine.accessibility_test COMMAND qvw_accessibility_test)
+    set_tests_properties(wine.accessibility_test PROPERTIES TIMEOUT 300)
+  endif()
+  if(TARGET qvw_dpi_test)
+    foreach(dpi 96 144 192)
+      add_test(NAME wine.dpi_test_${dpi} COMMAND qvw_dpi_test)
+      set_tests_properties(wine.dpi_test_${dpi} PROPERTIES TIMEOUT 300)
+      if(NOT dpi EQUAL 96)
+        set_tests_properties(wine.dpi_test_${dpi} PROPERTIES
+          ENVIRONMENT "QV_WINEPREFIX=${QV_BINARY_ROOT}/wineprefix-dpi${dpi};QV_DPI=${dpi}")
+      endif()
+    endforeach()
+  endif()
   # Printing to a real printer: a CUPS PDF queue that the script sets up when
   # the machine has CUPS (skipped otherwise), the PDF read back with poppler.
   if(TEST wine.print_list_object_test)

@@ -61,3 +61,18 @@ TEST(HelpTextPrompt, LineFeedsBecomeLineEnds) {
 }
 
 }  // namespace
+
+TEST(HelpTextAccessibleName, LabelsAreReadWithoutMarksAndReferences) {
+    struct Case { const wchar_t* text; const wchar_t* name; } cases[] = {
+        {L"Due &date", L"Due date"},           {L"Cost && price", L"Cost & price"},
+        {L"Order number *", L"Order number"},  {L"Order*", L"Order"},
+        {L"Line one\r\nline  two", L"Line one line two"},
+        {L"  padded\t", L"padded"},
+        {L"Help<document>help.htm</document>", L"Help"},
+        {L"a < b", L"a < b"},                  {L"*", L""},  {L"", L""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.text);
+        EXPECT_EQ(qv::AccessibleLabelName(c.text), c.name);
+    }
+}

@@ -214,3 +214,23 @@ TEST(Markup, MulDivRoundsHalfAwayFromZero) {
 }
 
 }  // namespace
+
+TEST(MarkupPlainText, TagsGoBreaksAndTabsStay) {
+    struct Case { const wchar_t* markup; const wchar_t* plain; } cases[] = {
+        {L"<b>Due date</b><br>When the order is due.", L"Due date\r\nWhen the order is due."},
+        {L"a<br=3>b", L"a\r\n\r\n\r\nb"},
+        {L"A<t>B<T=2>C", L"A\tB\t\tC"},
+        {L"x\ny\tz\r", L"x\r\ny\tz"},
+        {L"<ct=0x0000FF>red</ct> <cb=0xFF>on</cb><al_r><hr=50%>end", L"red onend"},
+        {L"a << b", L"a < b"},
+        {L"<unknown tag>kept", L"kept"},
+        {L"cut <b", L"cut "},  // a tag missing its '>' swallows the rest
+        {L"", L""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.markup);
+        EXPECT_EQ(qv::MarkupPlainText(c.markup), c.plain);
+    }
+    // A slip in a count gives a few line ends, not billions.
+    EXPECT_EQ(qv::MarkupPlainText(L"a<br=4000000000>b").size(), 2u + 2 * 16);
+}

@@ -5,6 +5,7 @@
 #include "quorvel/common/boundary.h"
 #include "quorvel/controls/input_rules.h"
 #include "quorvel/frame/siblings.h"
+#include "quorvel/platform/accessible.h"
 
 namespace qv {
 
@@ -220,6 +221,11 @@ void XBaseEdit::OnDestroy() {
 }
 
 bool XBaseEdit::OnReflectCommand(UINT notifyCode) {
+    // A reader hears every change of the text: only changes the field
+    // accepted reach the control, so nothing refused is ever announced.
+    // (Where the system's edit raises the event itself, a reader gets it
+    // twice with the same value, which readers ignore.)
+    if (notifyCode == EN_CHANGE) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);
     // The parent learns of the focus through NM_SETFOCUS instead.
     return notifyCode == EN_SETFOCUS || notifyCode == EN_KILLFOCUS;
 }

@@ -88,4 +88,34 @@ std::wstring PromptLineEnds(std::wstring text) {
     return text;
 }
 
+std::wstring AccessibleLabelName(std::wstring_view text) {
+    const size_t doc = text.find(kDocumentTag);
+    if (doc != std::wstring_view::npos) text = text.substr(0, doc);
+    std::wstring out;
+    out.reserve(text.size());
+    bool blank = false;
+    for (size_t i = 0; i < text.size(); ++i) {
+        wchar_t c = text[i];
+        if (c == L'&') {
+            if (i + 1 < text.size() && text[i + 1] == L'&') {
+                ++i;
+            } else {
+                continue;
+            }
+        }
+        if (c == L'\r' || c == L'\n' || c == L'\t' || c == L' ') {
+            blank = !out.empty();
+            continue;
+        }
+        if (blank) out += L' ';
+        blank = false;
+        out += c;
+    }
+    if (!out.empty() && out.back() == L'*') {
+        out.pop_back();
+        while (!out.empty() && out.back() == L' ') out.pop_back();
+    }
+    return out;
+}
+
 }  // namespace qv

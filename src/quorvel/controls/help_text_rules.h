@@ -72,4 +72,12 @@ PromptHelp PromptTooltip(std::wstring_view source, std::wstring_view hint = kPro
 // get a carriage return inserted unless one is already there.
 std::wstring PromptLineEnds(std::wstring text);
 
+// The name a screen reader announces for a label or prompt text: the text
+// before any "<document>" reference, without its '&' mnemonic markers ("&&"
+// stays one '&'), line ends and runs of blanks made one blank, and without
+// the trailing "*" that marks a mandatory field (the star is drawn for the
+// eye; read aloud it is noise). Mark-up is not removed here: a label shows
+// its text as it is, '<' included.
+std::wstring AccessibleLabelName(std::wstring_view text);
+
 }  // namespace qv

@@ -3,6 +3,8 @@
 #include <windowsx.h>
 
 #include "quorvel/common/boundary.h"
+#include "quorvel/platform/accessible.h"
+#include "quorvel/platform/dpi.h"
 #include "quorvel/platform/module.h"
 
 namespace qv {
@@ -435,6 +437,18 @@ LRESULT Window::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
     case WM_GETTEXT: return OnGetText(wp, lp);
     case WM_GETTEXTLENGTH: return OnGetTextLength(wp, lp);
     case WM_SETFONT: return OnSetFont(wp, lp);
+    case WM_GETOBJECT:
+        // Screen readers: the standard proxy with the control's own answers
+        // over it (see platform/accessible.h).
+        if (const LRESULT answered = AnswerGetObject(m_hWnd, wp, lp)) return answered;
+        return Default();
+    case WM_DPICHANGED:
+    case WM_DPICHANGED_AFTERPARENT: {
+        const LRESULT result = Default();
+        if (auto* listener = dynamic_cast<DpiListener*>(this))
+            listener->OnDpiChanged(msg == WM_DPICHANGED ? LOWORD(wp) : DpiOf(m_hWnd));
+        return result;
+    }
     default: return Default();
     }
 }

@@ -372,6 +372,38 @@ void Layout::DrawRule(std::int64_t w) {
 
 }  // namespace
 
+std::wstring MarkupPlainText(std::wstring_view text) {
+    constexpr std::uint32_t kMaxRepeat = 16;
+    std::wstring out;
+    const std::size_t len = text.size();
+    std::size_t pos = 0;
+    while (pos < len) {
+        const std::wstring run = SearchBeginOfTag(text, pos);
+        if (!run.empty()) {
+            out += run;
+            continue;
+        }
+        if (pos >= len) break;
+        std::wstring name = GetNameOfTag(text, pos);
+        if (!name.empty() && name.front() == L'/') name.erase(0, 1);
+        const Tag* tag = FindTag(name);
+        std::uint32_t count = 1;
+        if (tag && tag->value == Value::Count) count = GetUIntValue(text, pos, tag->defaultValue);
+        // As in the layout: the cursor goes to the tag's end and one past it
+        // (past the '>', or past the TAB or LF that is a tag of its own).
+        SearchEndOfTag(text, pos);
+        ++pos;
+        if (!tag) continue;
+        count = count == 0 ? 1 : (count > kMaxRepeat ? kMaxRepeat : count);
+        if (tag->command == Command::LineBreak) {
+            for (std::uint32_t i = 0; i < count; ++i) out += L"\r\n";
+        } else if (tag->command == Command::Tab) {
+            out.append(count, L'\t');
+        }
+    }
+    return out;
+}
+
 std::wstring SearchBeginOfTag(std::wstring_view text, std::size_t& pos) {
     std::wstring run;
     const std::size_t len = text.size();

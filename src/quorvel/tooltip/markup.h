@@ -187,6 +187,16 @@ std::uint32_t ParseUInt32(std::wstring_view text) noexcept;
 // away from zero; -1 when c is 0 or the result does not fit in an int.
 int MulDivRounded(int a, int b, int c) noexcept;
 
+// ---- Plain text ----
+
+// What a screen reader is given for a mark-up text: the text with its tags
+// removed, "<br=n>" and raw line feeds as n "\r\n", "<t=n>" and raw TABs as
+// n TABs, "<<" as '<', CRs dropped. A tag is read exactly as the layout
+// reads it, so a tag missing its '>' swallows the rest here too. Counts are
+// capped at 16 per tag: a slip such as "<br=4000000000>" must not make a
+// gigabyte of line ends.
+std::wstring MarkupPlainText(std::wstring_view text);
+
 // ---- Layout ----
 
 // Measures (measureOnly) or draws `text` in `rect`.
