@@ -361,8 +361,14 @@ std::wstring AccessibleLabelOf(HWND hwnd) {
     for (HWND prev = ::GetWindow(hwnd, GW_HWNDPREV); prev; prev = ::GetWindow(prev, GW_HWNDPREV)) {
         if (!::IsWindowVisible(prev)) continue;
         if (IsLabelWindow(prev)) return AccessibleTextOf(prev);
-        if (::GetWindowLongPtrW(prev, GWL_STYLE) & WS_TABSTOP) break;
+        if (::GetWindowLongPtrW(prev, GWL_STYLE) & WS_TABSTOP) return {};
     }
+    // The edit inside a library field (a search field, a field with a script
+    // button) has no label of its own: the field's label names it.
+    HWND parent = ::GetParent(hwnd);
+    if (parent && (::GetWindowLongPtrW(parent, GWL_STYLE) & WS_CHILD) && ClassIs(ClassOf(parent), L"Static") &&
+        Window::FromHandle(parent))
+        return AccessibleLabelOf(parent);
     return {};
 }
 

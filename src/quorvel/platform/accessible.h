@@ -60,7 +60,9 @@ QV_API void RaiseAccessibleEvent(HWND hwnd, DWORD event, long child = 0);
 // The accessible name of a control from its label: the nearest static,
 // button group box or library label before it in the dialog's tab order
 // (the previous sibling windows), cleaned for reading aloud (mnemonic marks,
-// the mandatory star and help references removed). "" when there is none.
+// the mandatory star and help references removed). The edit inside a
+// library field that has no label of its own takes the field's. "" when
+// there is none.
 QV_API std::wstring AccessibleLabelOf(HWND hwnd);
 
 // The window text of `hwnd`, cleaned as a label is.
