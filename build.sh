@@ -42,7 +42,7 @@ start_display() {
     local n
     for n in $(seq 91 140); do
       [ -e "/tmp/.X11-unix/X$n" ] || [ -e "/tmp/.X$n-lock" ] && continue
-      Xvfb ":$n" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+      Xvfb ":$n" -screen 0 "${1:-1280x1024}x24" -nolisten tcp >/dev/null 2>&1 &
       xvfb_pid=$!
       for _ in $(seq 1 100); do [ -e "/tmp/.X11-unix/X$n" ] && break; sleep 0.05; done
       export DISPLAY=":$n"
@@ -69,11 +69,17 @@ case "${1:-}" in
     build_windows
     mkdir -p out/gallery
     rm -f out/gallery/*.png
-    start_display
+    rm -rf out/gallery/144dpi
+    mkdir -p out/gallery/144dpi
+    # A screen large enough for the gallery at 150 %.
+    start_display 2048x1536
     trap stop_display EXIT
     build/mingw/winrun.sh build/mingw/bin/gallery.exe --screenshot 'Z:'"$(echo "$root/out/gallery" | tr / '\\')"
-    echo "Gallery screenshots: $root/out/gallery"
-    ls out/gallery
+    # The same pages at 144 DPI (150 %), in a prefix of their own.
+    QV_WINEPREFIX="$root/build/mingw/wineprefix-dpi144" QV_DPI=144 \
+      build/mingw/winrun.sh build/mingw/bin/gallery.exe --screenshot 'Z:'"$(echo "$root/out/gallery/144dpi" | tr / '\\')"
+    echo "Gallery screenshots: $root/out/gallery (and at 144 DPI in out/gallery/144dpi)"
+    ls out/gallery out/gallery/144dpi
     ;;
   test)
     need_packages

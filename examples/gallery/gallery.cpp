@@ -14,6 +14,7 @@
 #include "quorvel/frame/services.h"
 #include "quorvel/frame/session.h"
 #include "quorvel/platform/com.h"
+#include "quorvel/platform/dpi.h"
 #include "quorvel/tooltip/xtooltip.h"
 
 namespace gallery {
@@ -43,6 +44,27 @@ RECT PageRect() {
     return rc;
 }
 
+// The pages place their controls in 96-DPI pixels, as a host's dialog
+// template does in its own units; at another DPI the gallery moves and sizes
+// them for the page's DPI, as the dialog manager does for a template. The
+// controls scale what they lay out inside themselves.
+BOOL CALLBACK ScaleChild(HWND child, LPARAM lp) {
+    const auto page = reinterpret_cast<HWND>(lp);
+    if (::GetParent(child) != page) return TRUE;  // only the page's own children
+    RECT rc;
+    ::GetWindowRect(child, &rc);
+    ::MapWindowPoints(nullptr, page, reinterpret_cast<POINT*>(&rc), 2);
+    const UINT dpi = qv::DpiOf(page);
+    const int x = qv::ScaleToDpi(rc.left, dpi), y = qv::ScaleToDpi(rc.top, dpi);
+    ::MoveWindow(child, x, y, qv::ScaleToDpi(rc.right, dpi) - x, qv::ScaleToDpi(rc.bottom, dpi) - y, TRUE);
+    return TRUE;
+}
+
+void ScaleLayout(HWND page) {
+    if (qv::DpiOf(page) == qv::kBaseDpi) return;
+    ::EnumChildWindows(page, ScaleChild, reinterpret_cast<LPARAM>(page));
+}
+
 void ShowPage(int index) {
     if (index == g.current) return;
     g.objects.reset();
@@ -55,6 +77,7 @@ void ShowPage(int index) {
     ::SetWindowPos(g.page, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
     if (info.build) {
         g.objects = info.build(g.page);
+        ScaleLayout(g.page);
     } else {
         std::wstring text = std::wstring(info.title) + L"\n\n" + (info.comingText ? info.comingText : L"");
         AddLabel(g.page, text.c_str(), 16, 16, 700, 120);
@@ -78,6 +101,17 @@ LRESULT CALLBACK MainProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_SIZE:
         if (g.tabs) Layout();
         return 0;
+    case WM_DPICHANGED: {
+        // Moved to a monitor of another DPI: the suggested size, and the
+        // page built again for the new DPI.
+        const auto* suggested = reinterpret_cast<const RECT*>(lp);
+        ::SetWindowPos(hwnd, nullptr, suggested->left, suggested->top, suggested->right - suggested->left,
+                       suggested->bottom - suggested->top, SWP_NOZORDER | SWP_NOACTIVATE);
+        const int page = g.current;
+        g.current = -1;
+        if (page >= 0) ShowPage(page);
+        return 0;
+    }
     case WM_NOTIFY: {
         auto* hdr = reinterpret_cast<NMHDR*>(lp);
         if (hdr->idFrom == kTabId && hdr->code == TCN_SELCHANGE) ShowPage(TabCtrl_GetCurSel(g.tabs));
@@ -320,8 +354,13 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
     wc.lpszClassName = kPageClass;
     ::RegisterClassExW(&wc);
 
-    g.main = ::CreateWindowExW(0, kMainClass, L"Quorvel gallery", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0, 1024,
-                               720, nullptr, nullptr, instance, nullptr);
+    // The window's size in 96-DPI pixels, made for the screen's DPI (the
+    // gallery is per-monitor aware: see gallery.manifest).
+    HDC screen = ::GetDC(nullptr);
+    const auto dpi = static_cast<UINT>(::GetDeviceCaps(screen, LOGPIXELSY));
+    ::ReleaseDC(nullptr, screen);
+    g.main = ::CreateWindowExW(0, kMainClass, L"Quorvel gallery", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0,
+                               qv::ScaleToDpi(1024, dpi), qv::ScaleToDpi(720, dpi), nullptr, nullptr, instance, nullptr);
     if (!g.main) return 2;
     g.tabs = ::CreateWindowExW(0, WC_TABCONTROLW, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TCS_MULTILINE, 0, 0,
                                100, 100, g.main, reinterpret_cast<HMENU>(kTabId), instance, nullptr);
