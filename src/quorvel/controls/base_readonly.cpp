@@ -1,6 +1,9 @@
 #include "quorvel/controls/base_readonly.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
+#include <cwchar>
 
 #include "quorvel/common/boundary.h"
 #include "quorvel/common/charclass.h"
@@ -99,4 +102,33 @@ LRESULT XBaseEditReadOnlyColor::OnSetFont(WPARAM wp, LPARAM) {
     if (!prompt) return Default();
     prompt->SetFont(reinterpret_cast<HFONT>(wp), true);
     return 0;
+}
+
+bool XBaseEditReadOnly::AccessibleName(long child, std::wstring& name) {
+    if (child != 0) return false;
+    name = qv::AccessibleLabelOf(m_hWnd);  // "" rather than the value when there is no label
+    return true;
+}
+
+bool XBaseEditReadOnly::AccessibleValue(long child, std::wstring& value) {
+    XBasePrompt* prompt = InnerPrompt();
+    if (child != 0 || !prompt) return false;
+    const int len = ::GetWindowTextLengthW(*prompt);
+    value.assign(static_cast<size_t>(len > 0 ? len : 0) + 1, L'\0');
+    ::GetWindowTextW(*prompt, value.data(), len + 1);
+    value.resize(::wcslen(value.c_str()));  // a count that includes the terminator is not trusted
+    return true;
+}
+
+bool XBaseEditReadOnly::AccessibleRole(long child, long& role) {
+    if (child != 0) return false;
+    role = ROLE_SYSTEM_TEXT;
+    return true;
+}
+
+bool XBaseEditReadOnly::AccessibleState(long child, long& state) {
+    if (child != 0) return false;
+    state = STATE_SYSTEM_READONLY | (::GetFocus() == m_hWnd ? STATE_SYSTEM_FOCUSED : 0) |
+            (IsWindowVisible() ? 0 : STATE_SYSTEM_INVISIBLE);
+    return true;
 }

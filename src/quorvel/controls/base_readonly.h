@@ -15,9 +15,12 @@
 #include "quorvel/common/api.h"
 #include "quorvel/controls/color.h"
 #include "quorvel/controls/prompt.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
 
-class QV_API XBaseEditReadOnly : public qv::Static {
+// A reader hears it as a read-only text field named by its label, with the
+// text as its value, not as a label whose name is the value.
+class QV_API XBaseEditReadOnly : public qv::Static, public qv::AccessibleSource {
 public:
     // Child, visible, group; framed by WS_EX_STATICEDGE.
     enum : DWORD { kStyle = 0x50020000 };
@@ -49,6 +52,13 @@ protected:
     LRESULT OnGetTextLength(WPARAM wp, LPARAM lp) override;          // WM_GETTEXTLENGTH
     void OnChar(UINT ch, UINT repCnt, UINT flags) override;          // WM_CHAR
     void OnSetFocus(HWND oldFocus) override;                         // WM_SETFOCUS
+
+    // qv::AccessibleSource: name from the label, the text as value, role
+    // text, state read-only.
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleValue(long child, std::wstring& value) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
 
     // The inner prompt while it is a window, else null.
     XBasePrompt* InnerPrompt() const;

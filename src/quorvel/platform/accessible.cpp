@@ -154,7 +154,8 @@ public:
         if (IsSelf(child) && ShowsValueAsText(hwnd_)) {
             const int len = ::GetWindowTextLengthW(hwnd_);
             text.assign(static_cast<size_t>(len > 0 ? len : 0) + 1, L'\0');
-            text.resize(static_cast<size_t>(::GetWindowTextW(hwnd_, text.data(), len + 1)));
+            ::GetWindowTextW(hwnd_, text.data(), len + 1);
+            text.resize(::wcslen(text.c_str()));
             return ToBstr(text, out);
         }
         return inner_->get_accValue(child, out);
@@ -350,7 +351,8 @@ std::wstring AccessibleTextOf(HWND hwnd) {
     if (!hwnd || !::IsWindow(hwnd)) return {};
     const int len = ::GetWindowTextLengthW(hwnd);
     std::wstring text(static_cast<size_t>(len > 0 ? len : 0) + 1, L'\0');
-    text.resize(static_cast<size_t>(::GetWindowTextW(hwnd, text.data(), len + 1)));
+    ::GetWindowTextW(hwnd, text.data(), len + 1);
+    text.resize(::wcslen(text.c_str()));  // some fields count the terminator in
     return AccessibleLabelName(text);
 }
 

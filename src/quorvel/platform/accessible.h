@@ -27,22 +27,22 @@ public:
 
     // Each answer is for `child` (0 = the control itself, 1..n its items).
     // Answer false to leave the question to the standard proxy.
-    virtual bool AccessibleName(long child, std::wstring& name) { return false; }
-    virtual bool AccessibleValue(long child, std::wstring& value) { return false; }
-    virtual bool AccessibleDescription(long child, std::wstring& description) { return false; }
+    virtual bool AccessibleName(long /*child*/, std::wstring& /*name*/) { return false; }
+    virtual bool AccessibleValue(long /*child*/, std::wstring& /*value*/) { return false; }
+    virtual bool AccessibleDescription(long /*child*/, std::wstring& /*description*/) { return false; }
     // ROLE_SYSTEM_* / STATE_SYSTEM_* of oleacc.h.
-    virtual bool AccessibleRole(long child, long& role) { return false; }
-    virtual bool AccessibleState(long child, long& state) { return false; }
+    virtual bool AccessibleRole(long /*child*/, long& /*role*/) { return false; }
+    virtual bool AccessibleState(long /*child*/, long& /*state*/) { return false; }
     // The number of items the control draws itself (answered as children
     // 1..n with no window of their own).
-    virtual bool AccessibleChildCount(long& count) { return false; }
+    virtual bool AccessibleChildCount(long& /*count*/) { return false; }
     // An item's rectangle in client coordinates.
-    virtual bool AccessibleItemRect(long child, RECT& rect) { return false; }
+    virtual bool AccessibleItemRect(long /*child*/, RECT& /*rect*/) { return false; }
     // The item under a client point (0 = the control itself), or false.
-    virtual bool AccessibleHitTest(POINT client, long& child) { return false; }
+    virtual bool AccessibleHitTest(POINT /*client*/, long& /*child*/) { return false; }
     // The default action ("Check", "Press") of an item, and doing it.
-    virtual bool AccessibleDefaultAction(long child, std::wstring& action) { return false; }
-    virtual bool AccessibleDoDefaultAction(long child) { return false; }
+    virtual bool AccessibleDefaultAction(long /*child*/, std::wstring& /*action*/) { return false; }
+    virtual bool AccessibleDoDefaultAction(long /*child*/) { return false; }
 };
 
 // Answers WM_GETOBJECT for `hwnd` with the standard proxy wrapped around

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "quorvel/controls/base_edit.h"
+#include "quorvel/controls/base_readonly.h"
 #include "quorvel/controls/static_text.h"
 #include "quorvel/masks/numeric.h"
 #include "support/accessibility.h"
@@ -43,6 +44,21 @@ TEST_F(FieldsAccessibilityTest, FieldsAreNamedByTheirLabels) {
         EXPECT_EQ(acc.Value(), L"42");
         EXPECT_EQ(AccessibleOf(label).Name(), c.name);
     }
+}
+
+TEST_F(FieldsAccessibilityTest, AReadOnlyFieldIsATextNamedByItsLabel) {
+    XBaseStaticText label;
+    ASSERT_TRUE(label.Create(L"&Planner", 100, Row(0), font_, host_));
+    XBaseEditReadOnly field;
+    ASSERT_TRUE(field.Create(L"M. Keller", 101, Row(1), font_, host_));
+    const auto acc = AccessibleOf(field);
+    EXPECT_EQ(acc.Name(), L"Planner");
+    EXPECT_EQ(acc.Value(), L"M. Keller");
+    EXPECT_EQ(acc.Role(), ROLE_SYSTEM_TEXT);
+    EXPECT_TRUE(acc.State() & STATE_SYSTEM_READONLY);
+    // Without a label before it the field has no name, rather than its value.
+    ::DestroyWindow(label);
+    EXPECT_EQ(AccessibleOf(field).Name(), L"");
 }
 
 TEST_F(FieldsAccessibilityTest, ARefusedKeystrokeAnnouncesNothing) {
