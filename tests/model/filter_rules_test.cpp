@@ -97,15 +97,23 @@ TEST(FilterRulesTest, LowerCasingIsAsciiAndLatin1Only) {
 }
 
 TEST(FilterRulesTest, DroppedListSize) {
-    const struct { int h, rows, item; } cases[] = {{16, 15, 19}, {24, 15, 27}, {25, 5, 36}, {40, 5, 51}};
+    // The tall-font limit and the room between rows are pixels at 96 DPI:
+    // a 9-point font made for 144 or 192 DPI still gets 15 rows.
+    const struct { int h; unsigned dpi; int rows, item; } cases[] = {
+        {16, 96, 15, 19}, {24, 96, 15, 27}, {25, 96, 5, 36}, {40, 96, 5, 51},
+        {24, 144, 15, 29}, {36, 144, 15, 41}, {37, 144, 5, 54},
+        {29, 192, 15, 35}, {48, 192, 15, 54}, {49, 192, 5, 71},
+    };
     for (const auto& c : cases) {
-        const ql::DropDownSize s = ql::DropDownSizeFor(c.h);
-        EXPECT_EQ(s.rows, c.rows) << c.h;
-        EXPECT_EQ(s.itemHeight, c.item) << c.h;
-        EXPECT_EQ(s.listHeight, c.rows * c.item) << c.h;
+        const ql::DropDownSize s = ql::DropDownSizeFor(c.h, c.dpi);
+        EXPECT_EQ(s.rows, c.rows) << c.h << " @" << c.dpi;
+        EXPECT_EQ(s.itemHeight, c.item) << c.h << " @" << c.dpi;
+        EXPECT_EQ(s.listHeight, c.rows * c.item) << c.h << " @" << c.dpi;
     }
-    EXPECT_EQ(ql::DroppedWidthFor(100, 120), 127);
-    EXPECT_EQ(ql::DroppedWidthFor(100, 127), 0);
+    const struct { int widest, current; unsigned dpi; int want; } widths[] = {
+        {100, 120, 96, 127}, {100, 127, 96, 0}, {100, 127, 144, 141}, {100, 141, 144, 0}, {100, 120, 192, 154},
+    };
+    for (const auto& w : widths) EXPECT_EQ(ql::DroppedWidthFor(w.widest, w.current, w.dpi), w.want) << w.dpi;
     EXPECT_EQ(ql::FillerCount(3, 15), 12);
     EXPECT_EQ(ql::FillerCount(20, 15), 0);
 }

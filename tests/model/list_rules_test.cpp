@@ -75,6 +75,74 @@ TEST(ListRulesTest, TheArrowIsTwoStrokesNearTheRightEdge) {
     EXPECT_EQ(down.shadow.to[1], (P{190, 6}));
 }
 
+TEST(ListRulesTest, TheArrowScalesWithTheDpiAndKeepsItsFormAt96) {
+    // The inset follows the font and never falls below 4 pixels at 96 DPI,
+    // scaled; the strokes are one pixel at 96 DPI, scaled.
+    const struct { int blank; unsigned dpi; int inset, pen; } metrics[] = {
+        {3, 96, 6, 1}, {2, 96, 4, 1}, {1, 96, 4, 1}, {0, 96, 4, 1},
+        {3, 144, 6, 2}, {2, 144, 6, 2}, {5, 144, 10, 2},
+        {3, 192, 8, 2}, {6, 192, 12, 2}, {3, 288, 12, 3},
+    };
+    for (const auto& m : metrics) {
+        EXPECT_EQ(ql::SortArrowInset(m.blank, m.dpi), m.inset) << m.blank << " @" << m.dpi;
+        EXPECT_EQ(ql::SortArrowPen(m.dpi), m.pen) << m.dpi;
+    }
+
+    // A pen of 2 moves every corner nudge two pixels where a pen of 1 moves
+    // it one; the points that only depend on the inset stay.
+    using P = ql::Point;
+    const ql::SortArrow up = ql::SortArrowGeometry(true, 200, 48, 14, 2);
+    EXPECT_EQ(up.highlight.from, (P{172, 12}));
+    EXPECT_EQ(up.highlight.to[0], (P{179, 34}));
+    EXPECT_EQ(up.highlight.to[1], (P{161, 34}));
+    EXPECT_EQ(up.shadow.from, (P{163, 32}));
+    EXPECT_EQ(up.shadow.to[0], (P{172, 10}));
+    const ql::SortArrow down = ql::SortArrowGeometry(false, 200, 48, 14, 2);
+    EXPECT_EQ(down.highlight.from, (P{179, 12}));
+    EXPECT_EQ(down.highlight.to[0], (P{170, 36}));
+    EXPECT_EQ(down.shadow.from, (P{170, 34}));
+    EXPECT_EQ(down.shadow.to[0], (P{163, 12}));
+    EXPECT_EQ(down.shadow.to[1], (P{179, 12}));
+
+    // A pressed title moves 1 across and 2 down at 96 DPI, scaled.
+    const qv::Box item{0, 0, 100, 20};
+    const struct { unsigned dpi; qv::Box want; } pressed[] = {
+        {96, {7, 2, 95, 20}}, {144, {8, 3, 96, 20}}, {192, {8, 4, 96, 20}},
+    };
+    for (const auto& c : pressed) {
+        const qv::Box got = ql::HeaderTextBox(item, 6, true, false, c.dpi);
+        EXPECT_EQ(got.left, c.want.left) << c.dpi;
+        EXPECT_EQ(got.top, c.want.top) << c.dpi;
+        EXPECT_EQ(got.right, c.want.right) << c.dpi;
+    }
+}
+
+TEST(ListRulesTest, AReaderHearsTheFirstShownColumnAsNameAndTheOthersAsTitledValues) {
+    using R = ql::RowReading;
+    const struct { std::vector<int> order; int skipped; R want; } plans[] = {
+        {{0, 1, 2}, -1, {0, {1, 2}}},
+        {{2, 0, 1}, -1, {2, {0, 1}}},   // as the user arranged them
+        {{0, 2, 1}, 0, {2, {1}}},       // the image column is never read
+        {{0}, 0, {-1, {}}},
+        {{}, -1, {-1, {}}},
+    };
+    for (const auto& p : plans) EXPECT_EQ(ql::RowReadingPlan(p.order, p.skipped), p.want);
+
+    const struct { std::vector<ql::ReadCell> cells; const wchar_t* want; } values[] = {
+        {{{L"Qty", L"3"}, {L"Due", L"1/2/2024"}}, L"Qty: 3; Due: 1/2/2024"},
+        {{{L"Qty", L""}, {L"Due", L"today"}}, L"Due: today"},     // an empty cell is not read
+        {{{L"", L"loose"}, {L"Qty", L"3"}}, L"loose; Qty: 3"},    // a column without title
+        {{{L"Qty", L""}}, L""},
+        {{}, L""},
+    };
+    for (const auto& v : values) EXPECT_EQ(ql::RowValueText(v.cells), v.want);
+
+    const struct { const wchar_t* text; const wchar_t* want; } names[] = {
+        {L"    Cutting", L"Cutting"}, {L"Bolt  ", L"Bolt"}, {L"   ", L""}, {L"", L""}, {L"a b", L"a b"},
+    };
+    for (const auto& n : names) EXPECT_EQ(ql::RowNameText(n.text), n.want);
+}
+
 TEST(ListRulesTest, TheExportFollowsTheDisplayOrderWithTheImageColumnFirst) {
     using C = ql::ExportColumn;
     EXPECT_EQ(ql::ExportPlan({2, 0, 1}, false), (std::vector<C>{{0, 2, false}, {1, 0, false}, {2, 1, false}}));

@@ -224,4 +224,38 @@ TEST(ValueAddedRulesTest, HitTestAndEditorSpan) {
     }
 }
 
+TEST(ValueAddedRulesTest, LengthsScaleWithTheDpi) {
+    // The field's insets (4 and 3 at 96 DPI) scale; where the column starts
+    // and whether it scrolls do not depend on them.
+    const struct { unsigned dpi; int rowLeft, offset, width, client; va::EditSpan want; } spans[] = {
+        {96, 0, 330, 218, 1200, {0, 334, 549}},
+        {144, 0, 330, 218, 1200, {0, 336, 549}},
+        {192, 0, 440, 290, 1200, {0, 448, 732}},
+        {192, 0, 440, 290, 600, {0, 448, 600}},
+        {192, 0, 1300, 290, 1200, {1300, 8, 292}},
+    };
+    for (const auto& s : spans) {
+        const va::EditSpan got = va::EditSpanFor(s.rowLeft, s.offset, s.width, s.client, s.dpi);
+        EXPECT_EQ(got.scroll, s.want.scroll) << s.dpi;
+        EXPECT_EQ(got.left, s.want.left) << s.dpi;
+        EXPECT_EQ(got.right, s.want.right) << s.dpi;
+    }
+
+    const struct { unsigned dpi; int minEdit; std::vector<int> widths; va::PictureSize picture; } lengths[] = {
+        {96, 5, {20, 200, 145, 145, 145, 145}, {18, 17}},
+        {120, 6, {25, 250, 181, 181, 181, 181}, {23, 21}},
+        {144, 8, {30, 300, 218, 218, 218, 218}, {27, 26}},
+        {192, 10, {40, 400, 290, 290, 290, 290}, {36, 34}},
+    };
+    for (const auto& l : lengths) {
+        EXPECT_EQ(va::MinEditColumnWidth(l.dpi), l.minEdit) << l.dpi;
+        std::vector<int> widths;
+        for (int c = 0; c < va::kColumnCount; ++c) widths.push_back(va::ColumnWidthForDpi(c, l.dpi));
+        EXPECT_EQ(widths, l.widths) << l.dpi;
+        EXPECT_EQ(va::PictureSlotForDpi(l.dpi), l.picture) << l.dpi;
+    }
+    EXPECT_EQ(va::ColumnWidthForDpi(6, 96), 0);
+    EXPECT_EQ(va::ColumnWidthForDpi(-1, 96), 0);
+}
+
 }  // namespace

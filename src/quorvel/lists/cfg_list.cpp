@@ -146,7 +146,9 @@ bool XCfgListCtrl::SortTextItems(int column, bool ascending, int low, int high) 
     if (high == -1) high = rows - 1;
     if (high >= rows) return false;
     ListRows view(*this, column, [this, columns](int a, int b) { SwapRows(a, b, columns); });
-    return ql::SortRowRange(view, ascending, low, high);
+    if (!ql::SortRowRange(view, ascending, low, high)) return false;
+    RaiseRowsReordered();
+    return true;
 } catch (...) {
     return qv::CaughtAtEdge(" XCfgListCtrl::SortTextItems", __LINE__, false);
 }

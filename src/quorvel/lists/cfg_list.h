@@ -22,6 +22,11 @@
 // Label editing: in a list with LVS_EDITLABELS, an edited first-column text
 // is taken as typed; a cancelled edit changes nothing.
 //
+// Screen readers hear the rows as the report list's are heard
+// (qv::ReportRowsSource: the first column the user sees names a row, the
+// others are its value with their titles), the header as XSrtHeaderCtrl
+// tells it, and a sort as rows that changed places.
+//
 // Every public operation answers false on failure, never throws, and is a
 // safe no-op on an object without a live window.
 #pragma once
@@ -34,7 +39,7 @@
 #include "quorvel/lists/print_list.h"
 #include "quorvel/platform/controls.h"
 
-class QV_API XCfgListCtrl : public qv::ListCtrl {
+class QV_API XCfgListCtrl : public qv::ListCtrl, public qv::ReportRowsSource {
 public:
     XCfgListCtrl() noexcept;
     ~XCfgListCtrl() override;
@@ -84,6 +89,10 @@ protected:
 
     // Exchanges rows `a` and `b` completely.
     void SwapRows(int a, int b, int columns);
+
+    // qv::ReportRowsSource: the texts the list view holds.
+    HWND RowsWindow() const override { return m_hWnd; }
+    std::wstring RowCellText(int row, int column) override { return GetItemText(row, column); }
 
     // The header, whose items the list draws on its behalf: the list view's
     // header has control id 0, so its owner-drawn items reach the list like

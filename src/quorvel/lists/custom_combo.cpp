@@ -4,15 +4,27 @@
 
 #include "quorvel/common/boundary.h"
 #include "quorvel/lists/filter_rules.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/gdi.h"
+#include "quorvel/tooltip/markup.h"
 
 namespace ql = qv::lists;
 
 // The edit part of the combo box: relays its mouse messages to the combo
-// box's tooltip and otherwise leaves it alone.
-class XCustomCombo::EditPart : public qv::Window {
+// box's tooltip, and tells a reader what the field is for: it has no label
+// of its own, so it takes the combo box's name and description.
+class XCustomCombo::EditPart : public qv::Window, public virtual qv::AccessibleSource {
 public:
     explicit EditPart(XCustomCombo& combo) : m_combo(combo) {}
+
+    bool AccessibleName(long child, std::wstring& name) override {
+        if (child != CHILDID_SELF || !m_combo.IsWindow()) return false;
+        name = qv::AccessibleLabelOf(m_combo.m_hWnd);
+        return !name.empty();
+    }
+    bool AccessibleDescription(long child, std::wstring& description) override {
+        return child == CHILDID_SELF && m_combo.AccessibleDescription(child, description);
+    }
 
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override {
@@ -165,6 +177,12 @@ bool XCustomCombo::CompareTokenToString(const std::vector<std::wstring>& tokens,
     return ql::CompareTokenToString(parts, text);
 }
 
+bool XCustomCombo::AccessibleDescription(long child, std::wstring& description) {
+    if (child != CHILDID_SELF || m_tooltipText.empty()) return false;
+    description = qv::MarkupPlainText(m_tooltipText);
+    return true;
+}
+
 void XCustomCombo::SetTextColor(unsigned long colour) { m_scheme.SetText(m_hWnd, colour); }
 void XCustomCombo::SetBkColor(unsigned long colour) { m_scheme.SetBk(m_hWnd, colour); }
 
@@ -220,6 +238,20 @@ void XCustomCombo::OnCbnEditupdate() try {
 }
 
 void XCustomCombo::OnCbnDropdown() try {
+    const int rows = SizeDroppedList();
+    // The list keeps its height: blank entries fill it up.
+    for (int n = ql::FillerCount(GetCount(), rows); n > 0; --n) AddString(L" ");
+} catch (...) {
+    qv::CaughtAtEdge(" XCustomCombo::OnCbnDropdown", __LINE__);
+}
+
+void XCustomCombo::OnDpiChanged(UINT) try {
+    if (m_droppedSized && IsWindow()) SizeDroppedList();
+} catch (...) {
+    qv::CaughtAtEdge(" XCustomCombo::OnDpiChanged", __LINE__);
+}
+
+int XCustomCombo::SizeDroppedList() {
     int rows = 15;
     {
         qv::ClientDC dc(m_hWnd);
@@ -228,8 +260,10 @@ void XCustomCombo::OnCbnDropdown() try {
             qv::SelectObjectScope select(dc, font);
             TEXTMETRICW tm{};
             ::GetTextMetricsW(dc, &tm);
-            const ql::DropDownSize size = ql::DropDownSizeFor(tm.tmHeight);
+            const UINT dpi = qv::DpiOf(m_hWnd);
+            const ql::DropDownSize size = ql::DropDownSizeFor(tm.tmHeight, dpi);
             rows = size.rows;
+            m_droppedSized = true;
             SetItemHeight(0, static_cast<UINT>(size.itemHeight));
             // The combo box's height includes the dropped list.
             const RECT field = GetWindowRect();
@@ -253,13 +287,10 @@ void XCustomCombo::OnCbnDropdown() try {
                 widest = (std::max)(widest, m_widths[i]);
             }
             const int current = static_cast<int>(SendMessage(CB_GETDROPPEDWIDTH));
-            if (const int width = ql::DroppedWidthFor(widest, current)) SetDroppedWidth(static_cast<UINT>(width));
+            if (const int width = ql::DroppedWidthFor(widest, current, dpi)) SetDroppedWidth(static_cast<UINT>(width));
         }
     }
-    // The list keeps its height: blank entries fill it up.
-    for (int n = ql::FillerCount(GetCount(), rows); n > 0; --n) AddString(L" ");
-} catch (...) {
-    qv::CaughtAtEdge(" XCustomCombo::OnCbnDropdown", __LINE__);
+    return rows;
 }
 
 void XCustomCombo::OnSize(UINT, int, int) {

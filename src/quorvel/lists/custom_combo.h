@@ -7,9 +7,17 @@
 // (A-Z and the Latin-1 capitals). Clearing the field brings every entry
 // back with its value.
 //
-// The dropped list is 15 rows high (5 for fonts over 24 pixels) and stays
-// so: blank filler entries are added when fewer entries are shown. Text
+// The dropped list is 15 rows high (5 for fonts over 24 pixels at 96 DPI,
+// scaled to the combo box's DPI) and stays so: blank filler entries are
+// added when fewer entries are shown. Its rows are the font's height with
+// 3 pixels between them (11 for tall fonts), at 96 DPI, scaled; when the
+// combo box's DPI changes, a list it sized before is sized again. Text
 // RGB(8, 0, 0) on the system window colour until the host sets its own.
+//
+// Screen readers hear the combo box named by its label, its text as value
+// and its tooltip's text, tags removed, as description; the field inside it
+// is named and described the same way, so a reader in the field hears what
+// the field is for.
 #pragma once
 
 #include <windows.h>
@@ -21,9 +29,15 @@
 #include "quorvel/common/api.h"
 #include "quorvel/controls/base_edit.h"
 #include "quorvel/controls/color.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
+#include "quorvel/platform/dpi.h"
 
-class QV_API XCustomCombo : public qv::ComboBox, public qv::FieldTooltip, public XBaseColor {
+class QV_API XCustomCombo : public qv::ComboBox,
+                            public qv::FieldTooltip,
+                            public XBaseColor,
+                            public virtual qv::AccessibleSource,
+                            public qv::DpiListener {
 public:
     // Child, visible, border, vertical scroll bar, group, tab stop,
     // CBS_DROPDOWN | CBS_AUTOHSCROLL; WS_EX_CLIENTEDGE.
@@ -72,6 +86,12 @@ public:
     void SetBkColor(unsigned long colour) override;
     const qv::ColorScheme& Scheme() const noexcept { return m_scheme; }
 
+    // qv::AccessibleSource: the tooltip's text, tags removed.
+    bool AccessibleDescription(long child, std::wstring& description) override;
+
+    // qv::DpiListener: a list sized before is sized again at the new DPI.
+    void OnDpiChanged(UINT dpi) override;
+
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     bool OnReflectCommand(UINT notifyCode) override;              // reflected CBN_EDITUPDATE, CBN_DROPDOWN
@@ -91,6 +111,10 @@ private:
     void ShowEntries(const std::vector<size_t>& indexes);
     // The combo box's list window (null when there is none).
     HWND DroppedList() const;
+    // Sizes the dropped list for the font and the DPI: row height, list
+    // height, width. Answers the rows the list shows (15 when there is no
+    // font or DC to measure with).
+    int SizeDroppedList();
 
     std::vector<std::wstring> m_texts;    // stored entries, as added
     std::vector<std::wstring> m_lowered;  // the same, lower-cased for filtering
@@ -100,6 +124,7 @@ private:
     HFONT m_widthsFont = nullptr;
     bool m_showsAll = true;
     bool m_updating = false;
+    bool m_droppedSized = false;  // SizeDroppedList has sized the list
     std::wstring m_tooltipText;
     qv::ColorScheme m_scheme;
     // The field's edit, whose mouse messages the tooltip must see: the edit

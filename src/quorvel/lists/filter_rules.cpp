@@ -94,16 +94,17 @@ std::vector<std::size_t> FilterEntries(const std::vector<std::wstring>& lowered,
     return kept;
 }
 
-DropDownSize DropDownSizeFor(int textHeight) noexcept {
+DropDownSize DropDownSizeFor(int textHeight, unsigned dpi) noexcept {
     DropDownSize size;
-    size.rows = textHeight > 24 ? 5 : 15;
-    size.itemHeight = textHeight < 25 ? textHeight + 3 : textHeight + 11;
+    const bool tall = textHeight > ScaleToDpi(24, dpi);
+    size.rows = tall ? 5 : 15;
+    size.itemHeight = textHeight + ScaleToDpi(tall ? 11 : 3, dpi);
     size.listHeight = size.rows * size.itemHeight;
     return size;
 }
 
-int DroppedWidthFor(int widestText, int currentWidth) noexcept {
-    const int wanted = widestText + 27;
+int DroppedWidthFor(int widestText, int currentWidth, unsigned dpi) noexcept {
+    const int wanted = widestText + ScaleToDpi(27, dpi);
     return wanted > currentWidth ? wanted : 0;
 }
 

@@ -1,7 +1,7 @@
 // The filtering combo box's rules without a window: how a typed pattern
 // becomes tokens, whether an entry's text matches them, which entries the
 // list shows for a typed text, the locale-free lower-casing both sides go
-// through, and the size of the dropped list.
+// through, and the size of the dropped list at any DPI.
 //
 // A pattern is matched by prefix unless it holds "*", "?" or "+". Then it is
 // split into tokens: "*" any run of characters, "?" one character, and the
@@ -18,6 +18,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "quorvel/common/dpi_rules.h"
 
 namespace qv::lists {
 
@@ -80,14 +82,17 @@ struct DropDownSize {
     int listHeight = 0;   // rows x itemHeight
 };
 
-// For a font whose text is `textHeight` pixels high: 15 rows of text + 3
-// pixels, or for tall fonts (over 24 pixels) 5 rows of text + 11 pixels.
-DropDownSize DropDownSizeFor(int textHeight) noexcept;
+// For a font whose text is `textHeight` pixels high, drawn at `dpi`: 15 rows
+// of text + 3 pixels, or for tall fonts (over 24 pixels) 5 rows of text + 11
+// pixels, each pixel length at 96 DPI scaled to `dpi`. A font made for the
+// window's DPI thus keeps its 15 rows at 150 % and 200 %, with the same room
+// between them.
+DropDownSize DropDownSizeFor(int textHeight, unsigned dpi = kBaseDpi) noexcept;
 
 // The dropped width for a widest item text of `widestText` pixels: 27
-// pixels more than the text when that exceeds `currentWidth`, else 0
-// (keep the current width).
-int DroppedWidthFor(int widestText, int currentWidth) noexcept;
+// pixels (at 96 DPI, scaled to `dpi`) more than the text when that exceeds
+// `currentWidth`, else 0 (keep the current width).
+int DroppedWidthFor(int widestText, int currentWidth, unsigned dpi = kBaseDpi) noexcept;
 
 // How many blank filler entries bring a list of `shown` entries to `rows`.
 int FillerCount(int shown, int rows) noexcept;

@@ -1,6 +1,7 @@
 #include "quorvel/lists/list_ctrl.h"
 
 #include <objbase.h>
+#include <oleacc.h>
 
 #include <memory>
 #include <string>
@@ -34,6 +35,38 @@ constexpr wchar_t kPrint[] = L"Print";
 constexpr wchar_t kPreview[] = L"Preview";
 constexpr wchar_t kCopy[] = L"Copy to clipboard";
 constexpr wchar_t kFormName[] = L"genformname";
+
+// What a reader hears of the sort column, and a header item's default action.
+constexpr wchar_t kSortedAscending[] = L"sorted ascending";
+constexpr wchar_t kSortedDescending[] = L"sorted descending";
+constexpr wchar_t kClick[] = L"Click";
+
+std::wstring Translated(const wchar_t* text) {
+    const wchar_t* translated = CoTranslateText(text);
+    return translated ? translated : text;
+}
+
+// The title of header item `item` of `header`, "" when it has none.
+std::wstring HeaderTitle(HWND header, int item) {
+    wchar_t text[257] = {};
+    HDITEMW hdi{};
+    hdi.mask = HDI_TEXT;
+    hdi.pszText = text;
+    hdi.cchTextMax = 256;
+    if (!::SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&hdi))) return {};
+    return text;
+}
+
+// The header's items from left to right as the user arranged them (the
+// item indexes in order when the header cannot say).
+std::vector<int> HeaderOrder(HWND header) {
+    const int count = header ? static_cast<int>(::SendMessageW(header, HDM_GETITEMCOUNT, 0, 0)) : 0;
+    std::vector<int> order(static_cast<size_t>(count > 0 ? count : 0));
+    if (order.empty()) return order;
+    if (!::SendMessageW(header, HDM_GETORDERARRAY, static_cast<WPARAM>(count), reinterpret_cast<LPARAM>(order.data())))
+        for (int i = 0; i < count; ++i) order[static_cast<size_t>(i)] = i;
+    return order;
+}
 
 
 bool IsReportView(HWND list) {
@@ -88,6 +121,93 @@ private:
 
 }  // namespace
 
+// ---- qv::ReportRowsSource -----------------------------------------------------------
+
+namespace qv {
+
+int ReportRowsSource::RowOfChild(long child) const {
+    HWND list = RowsWindow();
+    if (!list || !::IsWindow(list) || child < 1) return -1;
+    const auto rows = static_cast<long>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+    return child <= rows ? static_cast<int>(child - 1) : -1;
+}
+
+void ReportRowsSource::RaiseRowsReordered() const { RaiseAccessibleEvent(RowsWindow(), EVENT_OBJECT_REORDER); }
+
+bool ReportRowsSource::AccessibleChildCount(long& count) {
+    HWND list = RowsWindow();
+    if (!list || !::IsWindow(list)) return false;
+    count = static_cast<long>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+    return true;
+}
+
+bool ReportRowsSource::AccessibleName(long child, std::wstring& name) {
+    const int row = RowOfChild(child);
+    if (row < 0) return false;
+    HWND header = reinterpret_cast<HWND>(::SendMessageW(RowsWindow(), LVM_GETHEADER, 0, 0));
+    const ql::RowReading plan = ql::RowReadingPlan(HeaderOrder(header), RowsUnreadColumn());
+    name = plan.nameItem >= 0 ? ql::RowNameText(RowCellText(row, plan.nameItem)) : std::wstring();
+    return true;
+}
+
+bool ReportRowsSource::AccessibleValue(long child, std::wstring& value) {
+    const int row = RowOfChild(child);
+    if (row < 0) return false;
+    HWND header = reinterpret_cast<HWND>(::SendMessageW(RowsWindow(), LVM_GETHEADER, 0, 0));
+    const ql::RowReading plan = ql::RowReadingPlan(HeaderOrder(header), RowsUnreadColumn());
+    std::vector<ql::ReadCell> cells;
+    cells.reserve(plan.valueItems.size());
+    for (const int item : plan.valueItems) cells.push_back({HeaderTitle(header, item), RowCellText(row, item)});
+    value = ql::RowValueText(cells);
+    return true;
+}
+
+bool ReportRowsSource::AccessibleRole(long child, long& role) {
+    if (child == CHILDID_SELF) {
+        role = ROLE_SYSTEM_LIST;
+        return true;
+    }
+    if (RowOfChild(child) < 0) return false;
+    role = ROLE_SYSTEM_LISTITEM;
+    return true;
+}
+
+bool ReportRowsSource::AccessibleState(long child, long& state) {
+    const int row = RowOfChild(child);
+    if (row < 0) return false;
+    HWND list = RowsWindow();
+    const auto rowState = static_cast<UINT>(
+        ::SendMessageW(list, LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED | LVIS_FOCUSED));
+    state = STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE;
+    if (!(::GetWindowLongPtrW(list, GWL_STYLE) & LVS_SINGLESEL)) state |= STATE_SYSTEM_MULTISELECTABLE;
+    if (rowState & LVIS_SELECTED) state |= STATE_SYSTEM_SELECTED;
+    if ((rowState & LVIS_FOCUSED) && ::GetFocus() == list) state |= STATE_SYSTEM_FOCUSED;
+    RECT rect{}, client{}, shown{};
+    ::GetClientRect(list, &client);
+    if (AccessibleItemRect(child, rect) && !::IntersectRect(&shown, &rect, &client)) state |= STATE_SYSTEM_OFFSCREEN;
+    return true;
+}
+
+bool ReportRowsSource::AccessibleItemRect(long child, RECT& rect) {
+    const int row = RowOfChild(child);
+    if (row < 0) return false;
+    rect = RECT{LVIR_BOUNDS, 0, 0, 0};
+    return ::SendMessageW(RowsWindow(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&rect)) != 0;
+}
+
+bool ReportRowsSource::AccessibleHitTest(POINT client, long& child) {
+    HWND list = RowsWindow();
+    if (!list || !::IsWindow(list)) return false;
+    LVHITTESTINFO info{};
+    info.pt = client;
+    const auto row = static_cast<int>(::SendMessageW(list, LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&info)));
+    if (row < 0 || !(info.flags & LVHT_ONITEM)) return false;
+    child = row + 1;
+    return true;
+}
+
+}  // namespace qv
+
 // ---- XSrtHeaderCtrl -------------------------------------------------------------
 
 int XSrtHeaderCtrl::SetSortColumn(int column, bool ascending) {
@@ -95,6 +215,7 @@ int XSrtHeaderCtrl::SetSortColumn(int column, bool ascending) {
     // The same column and direction again, the item still owner-drawn: what
     // is on the screen is already right.
     if (column == m_iSortColumn && ascending == m_bSortAscending && column == m_iOwnerDrawn) return previous;
+    const bool changed = column != m_iSortColumn || ascending != m_bSortAscending;
     m_iSortColumn = column;
     m_bSortAscending = ascending;
     HDITEMW item{};
@@ -106,7 +227,110 @@ int XSrtHeaderCtrl::SetSortColumn(int column, bool ascending) {
     }
     m_iOwnerDrawn = ownerDrawn ? column : -1;
     Invalidate();
+    if (changed && m_hWnd) {
+        // A reader hears the new sort column's description, and that the
+        // column sorted before has none now.
+        if (const long child = ChildOfItem(column)) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_DESCRIPTIONCHANGE, child);
+        if (previous != column)
+            if (const long child = ChildOfItem(previous))
+                qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_DESCRIPTIONCHANGE, child);
+    }
     return previous;
+}
+
+int XSrtHeaderCtrl::ItemOfChild(long child) {
+    if (!IsWindow() || child < 1) return -1;
+    const std::vector<int> order = HeaderOrder(m_hWnd);
+    return child <= static_cast<long>(order.size()) ? order[static_cast<size_t>(child - 1)] : -1;
+}
+
+long XSrtHeaderCtrl::ChildOfItem(int item) {
+    if (!IsWindow() || item < 0) return 0;
+    const std::vector<int> order = HeaderOrder(m_hWnd);
+    for (size_t i = 0; i < order.size(); ++i)
+        if (order[i] == item) return static_cast<long>(i) + 1;
+    return 0;
+}
+
+bool XSrtHeaderCtrl::AccessibleChildCount(long& count) {
+    if (!IsWindow()) return false;
+    count = GetItemCount();
+    return true;
+}
+
+bool XSrtHeaderCtrl::AccessibleName(long child, std::wstring& name) {
+    const int item = ItemOfChild(child);
+    if (item < 0) return false;
+    name = HeaderTitle(m_hWnd, item);
+    return true;
+}
+
+bool XSrtHeaderCtrl::AccessibleDescription(long child, std::wstring& description) {
+    const int item = ItemOfChild(child);
+    if (item < 0) return false;
+    description.clear();
+    if (item == m_iSortColumn) description = Translated(m_bSortAscending ? kSortedAscending : kSortedDescending);
+    return true;
+}
+
+bool XSrtHeaderCtrl::AccessibleRole(long child, long& role) {
+    if (child == CHILDID_SELF) {
+        role = ROLE_SYSTEM_LIST;
+        return true;
+    }
+    if (ItemOfChild(child) < 0) return false;
+    role = ROLE_SYSTEM_COLUMNHEADER;
+    return true;
+}
+
+bool XSrtHeaderCtrl::AccessibleState(long child, long& state) {
+    const int item = ItemOfChild(child);
+    if (item < 0) return false;
+    state = STATE_SYSTEM_READONLY;
+    RECT rect{};
+    if (!GetItemRect(item, rect) || rect.right <= rect.left) state |= STATE_SYSTEM_INVISIBLE;
+    return true;
+}
+
+bool XSrtHeaderCtrl::AccessibleItemRect(long child, RECT& rect) {
+    const int item = ItemOfChild(child);
+    return item >= 0 && GetItemRect(item, rect);
+}
+
+bool XSrtHeaderCtrl::AccessibleHitTest(POINT client, long& child) {
+    if (!IsWindow()) return false;
+    HDHITTESTINFO info{};
+    info.pt = client;
+    const auto item = static_cast<int>(SendMessage(HDM_HITTEST, 0, reinterpret_cast<LPARAM>(&info)));
+    if (item < 0) return false;
+    child = ChildOfItem(item);
+    return child > 0;
+}
+
+bool XSrtHeaderCtrl::AccessibleDefaultAction(long child, std::wstring& action) {
+    // Only a header whose items are buttons sorts on a click.
+    if (ItemOfChild(child) < 0 || !(GetStyle() & HDS_BUTTONS)) return false;
+    action = Translated(kClick);
+    return true;
+}
+
+bool XSrtHeaderCtrl::AccessibleDoDefaultAction(long child) {
+    const int item = ItemOfChild(child);
+    HWND owner = GetParent();
+    if (item < 0 || !(GetStyle() & HDS_BUTTONS) || !owner) return false;
+    // What a left click on the item tells the header's owner.
+    NMHEADERW click{};
+    click.hdr.hwndFrom = m_hWnd;
+    click.hdr.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID());
+    click.hdr.code = HDN_ITEMCLICKW;
+    click.iItem = item;
+    click.iButton = 0;
+    ::SendMessageW(owner, WM_NOTIFY, click.hdr.idFrom, reinterpret_cast<LPARAM>(&click));
+    return true;
+}
+
+void XSrtHeaderCtrl::OnDpiChanged(UINT) {
+    if (IsWindow()) Invalidate();
 }
 
 LRESULT XSrtHeaderCtrl::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
@@ -165,15 +389,15 @@ void XSrtHeaderCtrl::DrawItem(DRAWITEMSTRUCT* dis) {
     HDC dc = dis->hDC;
     const RECT rc = dis->rcItem;
     const bool sortColumn = static_cast<int>(dis->itemID) == m_iSortColumn;
-    qv::Pen highlight(::CreatePen(PS_SOLID, 1, ::GetSysColor(COLOR_BTNHILIGHT)));
-    qv::Pen shadow(::CreatePen(PS_SOLID, 1, ::GetSysColor(COLOR_BTNSHADOW)));
     const int saved = ::SaveDC(dc);
     ::IntersectClipRect(dc, rc.left, rc.top, rc.right, rc.bottom);
     ::FillRect(dc, &rc, ::GetSysColorBrush(COLOR_BTNFACE));
 
     SIZE blank{};
     ::GetTextExtentPoint32W(dc, L" ", 1, &blank);
-    const int off = 2 * blank.cx;
+    const UINT dpi = qv::DpiOf(m_hWnd);
+    const int off = ql::SortArrowInset(blank.cx, dpi);
+    const int penWidth = ql::SortArrowPen(dpi);
 
     wchar_t text[256] = {};
     HDITEMW item{};
@@ -182,7 +406,7 @@ void XSrtHeaderCtrl::DrawItem(DRAWITEMSTRUCT* dis) {
     item.cchTextMax = 256;
     if (!GetItem(static_cast<int>(dis->itemID), &item)) item.fmt = 0;
     const qv::Box box = ql::HeaderTextBox(qv::Box{rc.left, rc.top, rc.right, rc.bottom}, off,
-                                          dis->itemState == ODS_SELECTED, sortColumn);
+                                          dis->itemState == ODS_SELECTED, sortColumn, dpi);
     if (box.left < box.right) {
         RECT textRect{box.left, box.top, box.right, box.bottom};
         ::SetBkMode(dc, TRANSPARENT);
@@ -191,14 +415,18 @@ void XSrtHeaderCtrl::DrawItem(DRAWITEMSTRUCT* dis) {
     }
 
     if (sortColumn) {
-        const ql::SortArrow arrow = ql::SortArrowGeometry(m_bSortAscending, rc.right, rc.bottom, off);
+        qv::Pen highlight(::CreatePen(PS_SOLID, penWidth, ::GetSysColor(COLOR_BTNHILIGHT)));
+        qv::Pen shadow(::CreatePen(PS_SOLID, penWidth, ::GetSysColor(COLOR_BTNSHADOW)));
+        const ql::SortArrow arrow = ql::SortArrowGeometry(m_bSortAscending, rc.right, rc.bottom, off, penWidth);
+        const HGDIOBJ ownPen = ::GetCurrentObject(dc, OBJ_PEN);
         for (const auto& [stroke, pen] : {std::pair{arrow.highlight, highlight.get()}, std::pair{arrow.shadow, shadow.get()}}) {
             ::SelectObject(dc, pen);
             ::MoveToEx(dc, stroke.from.x, stroke.from.y, nullptr);
             for (int i = 0; i < stroke.count; ++i) ::LineTo(dc, stroke.to[i].x, stroke.to[i].y);
         }
+        ::SelectObject(dc, ownPen);  // before the pens go
     }
-    ::RestoreDC(dc, saved);  // selects the DC's own pen back before the pens go
+    ::RestoreDC(dc, saved);
 }
 
 // ---- XBaseListCtrl: set-up and lifetime ---------------------------------------------
@@ -555,9 +783,11 @@ LRESULT XBaseListCtrl::OnColumnclick(NMLISTVIEW* info) {
     if (m_pImageList && info->iSubItem == 0) return 0;
     m_bSortDirection = !m_bSortDirection;
     XClickData click(info->iSubItem, m_bSortDirection, m_ctlHeader.m_hWnd ? &m_ctlHeader : nullptr);
-    SortItems(&XBaseListCtrl::CompareFunc, reinterpret_cast<DWORD_PTR>(&click));
+    if (SortItems(&XBaseListCtrl::CompareFunc, reinterpret_cast<DWORD_PTR>(&click))) RaiseRowsReordered();
     return 0;
 }
+
+std::wstring XBaseListCtrl::RowCellText(int row, int column) { return CellTextOf(row, column, RowOf(row)); }
 
 int CALLBACK XBaseListCtrl::CompareFunc(LPARAM rowData1, LPARAM rowData2, LPARAM clickData) {
     const auto* click = reinterpret_cast<const XClickData*>(clickData);

@@ -64,6 +64,19 @@
 // sees every such message), so neither a new row nor a comparison of a sort
 // sends the header anything.
 //
+// Screen readers: the list reads as a list whose items are its rows (see
+// qv::ReportRowsSource below), the header as a row of column headers, the
+// sort column saying "sorted ascending" or "sorted descending" (translated)
+// as its description. A sort tells the reader that the rows changed places
+// and which column now sorts; a header item's default action "Click" sorts
+// by it as a click does.
+//
+// DPI: the sort arrow's inset follows the header's font, with a least size
+// of 4 pixels at 96 DPI scaled to the header's DPI, and its strokes are a
+// pixel wide at 96 DPI, scaled; the header repaints when its DPI changes.
+// Everything else the list shows is sized by its font and the host's
+// columns.
+//
 // Every public operation answers false (or nothing) on failure, never
 // throws, and is a safe no-op on an object without a live window.
 #pragma once
@@ -78,12 +91,50 @@
 
 #include "quorvel/common/api.h"
 #include "quorvel/lists/print_list.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/com.h"
 #include "quorvel/platform/controls.h"
+#include "quorvel/platform/dpi.h"
 
 namespace qv {
 class ImageList;
-}
+
+// The rows of a report list as a screen reader reads them. The list is a
+// list; each row is an item, child id = row index + 1 (the ids the list
+// view's own events use), named by the text of the first column the user
+// sees (blanks around it dropped), with the other columns' texts, in the
+// order the user sees them and each with its column's title, as its value
+// ("Qty: 3; Due: 1/2/2024"; empty cells are not read). A row's state is
+// the list view's: selected, focused while the list has the focus, off
+// screen while scrolled out of view.
+//
+// Some systems' proxy of a list view tells a reader nothing of its rows,
+// and none knows the texts a list makes on request; these answers read what
+// the list shows, the same way everywhere.
+class QV_API ReportRowsSource : public virtual AccessibleSource {
+public:
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleValue(long child, std::wstring& value) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+    bool AccessibleChildCount(long& count) override;
+    bool AccessibleItemRect(long child, RECT& rect) override;
+    bool AccessibleHitTest(POINT client, long& child) override;
+
+protected:
+    // The list view whose rows are read (null: none yet).
+    virtual HWND RowsWindow() const = 0;
+    // The text of row `row` in header item `column`, as the list shows it.
+    virtual std::wstring RowCellText(int row, int column) = 0;
+    // A header item that is never read (a column of pictures), or -1.
+    virtual int RowsUnreadColumn() const { return -1; }
+    // The row of item `child` (child - 1), or -1 when it is no row.
+    int RowOfChild(long child) const;
+    // Tells a reader that the rows changed places (after a sort).
+    void RaiseRowsReordered() const;
+};
+
+}  // namespace qv
 
 // What a sort hands its comparison: the direction (true = ascending), the
 // clicked column (header item index) and the list's header.
@@ -107,7 +158,14 @@ private:
 // The list's header: draws its items itself once one of them is the sort
 // column, with the title and, in the sort column, an arrow pointing up for
 // ascending and down for descending.
-class QV_API XSrtHeaderCtrl : public qv::HeaderCtrl {
+//
+// A screen reader hears it as a list of column headers, child k being the
+// k-th column from the left as the user arranged them: each named by its
+// title, the sort column described as "sorted ascending" or "sorted
+// descending" (translated); a change of the sort column or direction is
+// announced as a change of these descriptions. A header with buttons offers
+// "Click" as each item's default action, which sorts by the column.
+class QV_API XSrtHeaderCtrl : public qv::HeaderCtrl, public virtual qv::AccessibleSource, public qv::DpiListener {
 public:
     XSrtHeaderCtrl() noexcept = default;
 
@@ -121,12 +179,29 @@ public:
     int GetSortColumn() const noexcept { return m_iSortColumn; }
     bool IsSortAscending() const noexcept { return m_bSortAscending; }
 
+    // qv::AccessibleSource: the column headers (see above).
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleDescription(long child, std::wstring& description) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+    bool AccessibleChildCount(long& count) override;
+    bool AccessibleItemRect(long child, RECT& rect) override;
+    bool AccessibleHitTest(POINT client, long& child) override;
+    bool AccessibleDefaultAction(long child, std::wstring& action) override;
+    bool AccessibleDoDefaultAction(long child) override;
+
+    // qv::DpiListener: the arrow is drawn afresh at the new DPI.
+    void OnDpiChanged(UINT dpi) override;
+
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     bool OnReflectDrawItem(DRAWITEMSTRUCT* dis) override;  // WM_DRAWITEM
     // Draws item `dis->itemID`: button face, title, and the arrow in the
     // sort column.
     virtual void DrawItem(DRAWITEMSTRUCT* dis);
+    // The header item of accessible child `child` (-1: none), and back.
+    int ItemOfChild(long child);
+    long ChildOfItem(int item);
 
     int m_iSortColumn = -1;
     bool m_bSortAscending = true;
@@ -150,7 +225,7 @@ private:
     std::vector<bool> m_itemDataRead;
 };
 
-class QV_API XBaseListCtrl : public qv::ListCtrl {
+class QV_API XBaseListCtrl : public qv::ListCtrl, public qv::ReportRowsSource {
 public:
     // A row's values by column key.
     using RowData = std::map<int, qv::Variant>;
@@ -225,6 +300,12 @@ protected:
     virtual LRESULT OnColumnclick(NMLISTVIEW* info);               // LVN_COLUMNCLICK
     virtual LRESULT OnGetdispinfo(NMLVDISPINFOW* info);            // LVN_GETDISPINFOW
     virtual LRESULT OnRclick(NMHDR* hdr);                          // NM_RCLICK
+
+    // qv::ReportRowsSource: the cells as the list shows them; the image
+    // column is not read.
+    HWND RowsWindow() const override { return m_hWnd; }
+    std::wstring RowCellText(int row, int column) override;
+    int RowsUnreadColumn() const override { return m_pImageList ? 0 : -1; }
 
     // Gives row `row` new values (one per value column, in column order)
     // and keeps its image, states and position: what a derived list uses to

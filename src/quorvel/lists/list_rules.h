@@ -1,8 +1,8 @@
 // The report list's rules without a window: which rows it accepts, the
 // alignment codes it hands to a print-list object, the order in which it
 // hands the columns over, how a comparison of two values becomes a sort
-// order, where the sort arrow and the title go in a header item, and how a
-// cell's text is found in a row.
+// order, where the sort arrow and the title go in a header item at any DPI,
+// how a cell's text is found in a row, and how a screen reader hears a row.
 //
 // Private to the library: the report list (list_ctrl.h) asks here; the
 // header-format and text-drawing bits are the platform's values, spelled out
@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "quorvel/common/box.h"
+#include "quorvel/common/dpi_rules.h"
 
 namespace qv::lists {
 
@@ -101,17 +102,28 @@ constexpr unsigned HeaderTextFlags(int format) noexcept {
 }
 
 // Where a header item's title goes in the item's rectangle `item`: moved
-// right and down while the item is held down, kept clear of the sort arrow
-// in the sort column, and `off` in from both sides. The title is drawn only
-// when the result is not empty (left < right).
-Box HeaderTextBox(Box item, int off, bool pressed, bool sortColumn) noexcept;
+// right and down while the item is held down (1 and 2 pixels at 96 DPI,
+// scaled to `dpi`), kept clear of the sort arrow in the sort column, and
+// `off` in from both sides. The title is drawn only when the result is not
+// empty (left < right).
+Box HeaderTextBox(Box item, int off, bool pressed, bool sortColumn, unsigned dpi = kBaseDpi) noexcept;
+
+// The sort arrow's inset `off`, which also sets its size: twice the width of
+// a blank in the header's font, so the arrow grows with the titles, and at
+// least 4 pixels at 96 DPI scaled to `dpi`, so that a header whose font was
+// made for 96 DPI still shows an arrow one can see on a high-DPI screen.
+int SortArrowInset(int blankWidth, unsigned dpi) noexcept;
+
+// The width of the arrow's strokes: one pixel at 96 DPI, scaled.
+int SortArrowPen(unsigned dpi) noexcept;
 
 // The sort arrow of the sort column, drawn in two strokes near the item's
 // right edge: a highlight stroke and a shadow stroke, each a line from
 // `from` through one or two further points (LineTo, so each end point is
 // left out). `right` and `bottom` are the item's right and bottom edges;
-// `off` is twice the width of a blank in the header's font. Ascending points
-// up, descending points down.
+// `off` is the inset (SortArrowInset) and `pen` the strokes' width
+// (SortArrowPen): the strokes meet at the corners, a pen's width apart.
+// Ascending points up, descending points down.
 struct Point {
     int x = 0;
     int y = 0;
@@ -126,7 +138,7 @@ struct SortArrow {
     Stroke highlight;
     Stroke shadow;
 };
-SortArrow SortArrowGeometry(bool ascending, int right, int bottom, int off) noexcept;
+SortArrow SortArrowGeometry(bool ascending, int right, int bottom, int off, int pen = 1) noexcept;
 
 // ---- Print export -------------------------------------------------------------
 
@@ -157,5 +169,33 @@ constexpr int CellAlignment(const ExportColumn& column, bool hasImageList, bool 
     if (!hasImageList || !formatRead) return kAlignLeft;
     return AlignmentFromFormat(format);
 }
+
+// ---- Reading rows aloud ---------------------------------------------------------
+
+// Which cells a screen reader hears for a row: the first column the user
+// sees names the row; the others, in the order the user sees them, make its
+// value. `order` is the header's order array (header items left to right);
+// `skipped` a header item that is never read (the image column), or -1.
+struct RowReading {
+    int nameItem = -1;  // -1: no column to read
+    std::vector<int> valueItems;
+    bool operator==(const RowReading&) const = default;
+};
+RowReading RowReadingPlan(const std::vector<int>& order, int skipped);
+
+// One cell of a row's value: its column's title and its text.
+struct ReadCell {
+    std::wstring title;
+    std::wstring text;
+};
+// A row's value as a reader hears it: "Title: text" for each cell, joined by
+// "; ". A cell without text is left out (a reader would only say the title);
+// a cell whose column has no title is read by its text alone.
+std::wstring RowValueText(const std::vector<ReadCell>& cells);
+
+// A row's name from its naming cell: the text without the blanks around it
+// (an indent shows a level on the screen; a reader hears the level
+// otherwise, or not at all, but never as silence).
+std::wstring RowNameText(const std::wstring& text);
 
 }  // namespace qv::lists

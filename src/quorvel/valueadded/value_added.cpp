@@ -13,6 +13,8 @@
 #include "quorvel/frame/services.h"
 #include "quorvel/frame/session.h"
 #include "quorvel/frame/zt_lang.h"
+#include "quorvel/lists/list_rules.h"
+#include "quorvel/platform/gdi.h"
 #include "quorvel/valueadded/value_added_rules.h"
 
 namespace va = qv::valueadded;
@@ -25,6 +27,9 @@ UINT EditNextMessage() {
     static const UINT message = ::RegisterWindowMessageW(L"Quorvel.ValueAdded.EditNext");
     return message;
 }
+
+// The pictures' transparent colour.
+constexpr COLORREF kPictureMask = RGB(255, 0, 255);
 
 std::wstring Translated(const wchar_t* text) {
     const wchar_t* translated = CoTranslateText(text);
@@ -49,79 +54,29 @@ std::wstring FormatMaximum(const std::wstring& format, double max) {
     return out;
 }
 
-// The accessible object of the in-place field: the system's own for an
-// edit, with the row's caption as its name.
-class NamedAccessible final : public IAccessible {
-public:
-    NamedAccessible(IAccessible* inner, std::wstring name) : inner_(inner), name_(std::move(name)) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
-        if (!out) return E_POINTER;
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) || IsEqualIID(iid, IID_IAccessible)) {
-            *out = static_cast<IAccessible*>(this);
-            AddRef();
-            return S_OK;
-        }
-        return inner_->QueryInterface(iid, out);
+// A picture in its slot at `dpi`: enlarged by the whole multiple for the DPI,
+// centred, on magenta, the colour the image list makes transparent. Null
+// when the picture fills the slot as it is (at 96 DPI): it goes in unchanged.
+HBITMAP SlottedPicture(HBITMAP picture, const va::PictureSize& slot, UINT dpi) {
+    BITMAP info{};
+    if (!::GetObjectW(picture, sizeof info, &info)) return nullptr;
+    if (info.bmWidth == slot.cx && info.bmHeight == slot.cy && qv::BitmapFactorForDpi(dpi) == 1) return nullptr;
+    HDC screen = ::GetDC(nullptr);
+    if (!screen) return nullptr;
+    HBITMAP slotted = ::CreateCompatibleBitmap(screen, slot.cx, slot.cy);
+    HDC target = slotted ? ::CreateCompatibleDC(screen) : nullptr;
+    if (target) {
+        const HGDIOBJ old = ::SelectObject(target, slotted);
+        const RECT all{0, 0, slot.cx, slot.cy};
+        qv::Brush magenta(::CreateSolidBrush(kPictureMask));
+        ::FillRect(target, &all, magenta.get());
+        qv::DrawBitmapSharp(target, picture, all, dpi);
+        ::SelectObject(target, old);
+        ::DeleteDC(target);
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(::InterlockedIncrement(&refs_)); }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const LONG left = ::InterlockedDecrement(&refs_);
-        if (left == 0) delete this;
-        return static_cast<ULONG>(left);
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* n) override { return inner_->GetTypeInfoCount(n); }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT i, LCID l, ITypeInfo** t) override { return inner_->GetTypeInfo(i, l, t); }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID r, LPOLESTR* n, UINT c, LCID l, DISPID* d) override {
-        return inner_->GetIDsOfNames(r, n, c, l, d);
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID d, REFIID r, LCID l, WORD f, DISPPARAMS* p, VARIANT* v, EXCEPINFO* e,
-                                     UINT* a) override {
-        return inner_->Invoke(d, r, l, f, p, v, e, a);
-    }
-    HRESULT STDMETHODCALLTYPE get_accParent(IDispatch** p) override { return inner_->get_accParent(p); }
-    HRESULT STDMETHODCALLTYPE get_accChildCount(long* n) override { return inner_->get_accChildCount(n); }
-    HRESULT STDMETHODCALLTYPE get_accChild(VARIANT c, IDispatch** p) override { return inner_->get_accChild(c, p); }
-    HRESULT STDMETHODCALLTYPE get_accName(VARIANT child, BSTR* name) override {
-        if (!name) return E_INVALIDARG;
-        if (child.vt == VT_I4 && child.lVal == CHILDID_SELF) {
-            *name = ::SysAllocStringLen(name_.data(), static_cast<UINT>(name_.size()));
-            return *name ? S_OK : E_OUTOFMEMORY;
-        }
-        return inner_->get_accName(child, name);
-    }
-    HRESULT STDMETHODCALLTYPE get_accValue(VARIANT c, BSTR* v) override { return inner_->get_accValue(c, v); }
-    HRESULT STDMETHODCALLTYPE get_accDescription(VARIANT c, BSTR* d) override { return inner_->get_accDescription(c, d); }
-    HRESULT STDMETHODCALLTYPE get_accRole(VARIANT c, VARIANT* r) override { return inner_->get_accRole(c, r); }
-    HRESULT STDMETHODCALLTYPE get_accState(VARIANT c, VARIANT* s) override { return inner_->get_accState(c, s); }
-    HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT c, BSTR* h) override { return inner_->get_accHelp(c, h); }
-    HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR* f, VARIANT c, long* t) override {
-        return inner_->get_accHelpTopic(f, c, t);
-    }
-    HRESULT STDMETHODCALLTYPE get_accKeyboardShortcut(VARIANT c, BSTR* k) override {
-        return inner_->get_accKeyboardShortcut(c, k);
-    }
-    HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* c) override { return inner_->get_accFocus(c); }
-    HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT* c) override { return inner_->get_accSelection(c); }
-    HRESULT STDMETHODCALLTYPE get_accDefaultAction(VARIANT c, BSTR* a) override {
-        return inner_->get_accDefaultAction(c, a);
-    }
-    HRESULT STDMETHODCALLTYPE accSelect(long f, VARIANT c) override { return inner_->accSelect(f, c); }
-    HRESULT STDMETHODCALLTYPE accLocation(long* l, long* t, long* w, long* h, VARIANT c) override {
-        return inner_->accLocation(l, t, w, h, c);
-    }
-    HRESULT STDMETHODCALLTYPE accNavigate(long d, VARIANT s, VARIANT* e) override { return inner_->accNavigate(d, s, e); }
-    HRESULT STDMETHODCALLTYPE accHitTest(long x, long y, VARIANT* c) override { return inner_->accHitTest(x, y, c); }
-    HRESULT STDMETHODCALLTYPE accDoDefaultAction(VARIANT c) override { return inner_->accDoDefaultAction(c); }
-    HRESULT STDMETHODCALLTYPE put_accName(VARIANT c, BSTR n) override { return inner_->put_accName(c, n); }
-    HRESULT STDMETHODCALLTYPE put_accValue(VARIANT c, BSTR v) override { return inner_->put_accValue(c, v); }
-
-private:
-    ~NamedAccessible() = default;
-    qv::ComPtr<IAccessible> inner_;
-    std::wstring name_;
-    LONG refs_ = 1;
-};
+    ::ReleaseDC(nullptr, screen);
+    return slotted;
+}
 
 }  // namespace
 
@@ -136,20 +91,22 @@ void XInPlaceFloatEdit::SetAccessibleName(const std::wstring& name) try {
     qv::CaughtAtEdge(" XInPlaceFloatEdit::SetAccessibleName", __LINE__);
 }
 
-LRESULT XInPlaceFloatEdit::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
-    if (msg == WM_GETOBJECT && static_cast<LONG>(lp) == OBJID_CLIENT && !m_strAccessibleName.empty()) {
-        IAccessible* standard = nullptr;
-        if (SUCCEEDED(::CreateStdAccessibleObject(m_hWnd, OBJID_CLIENT, IID_IAccessible,
-                                                  reinterpret_cast<void**>(&standard))) &&
-            standard) {
-            auto* named = new NamedAccessible(standard, m_strAccessibleName);
-            standard->Release();  // the wrapper holds its own reference
-            const LRESULT result = ::LresultFromObject(IID_IAccessible, wp, named);
-            named->Release();
-            return result;
-        }
-    }
-    return XMaskFloatEdit::WindowProc(msg, wp, lp);
+void XInPlaceFloatEdit::SetAccessibleDescription(const std::wstring& description) try {
+    m_strAccessibleDescription = description;
+} catch (...) {
+    qv::CaughtAtEdge(" XInPlaceFloatEdit::SetAccessibleDescription", __LINE__);
+}
+
+bool XInPlaceFloatEdit::AccessibleName(long child, std::wstring& name) {
+    if (child != CHILDID_SELF || m_strAccessibleName.empty()) return false;
+    name = m_strAccessibleName;
+    return true;
+}
+
+bool XInPlaceFloatEdit::AccessibleDescription(long child, std::wstring& description) {
+    if (child != CHILDID_SELF || m_strAccessibleDescription.empty()) return false;
+    description = m_strAccessibleDescription;
+    return true;
 }
 
 UINT XInPlaceFloatEdit::OnGetDlgCode() { return XMaskFloatEdit::OnGetDlgCode() | DLGC_WANTALLKEYS; }
@@ -216,6 +173,10 @@ void XInPlaceFloatEdit::Abandon() {
 struct XValueAddedCtrl::State {
     va::Config config;
     va::EntryMap entries;
+    // The rows as the list shows them, to tell a reader which ones changed.
+    std::vector<va::RowTexts> shown;
+    // The group's and the child's picture files (none: no pictures).
+    std::vector<std::wstring> pictureFiles;
 };
 
 XValueAddedCtrl::XValueAddedCtrl() noexcept = default;
@@ -272,17 +233,18 @@ BOOL XValueAddedCtrl::CreateCtrl(UINT& id, const RECT& rect, HFONT font, HWND pa
     ModifyStyleEx(0, WS_EX_CLIENTEDGE, SWP_FRAMECHANGED);
     SetExtendedStyle(LVS_EX_FULLROWSELECT);
 
-    static const struct { const wchar_t* title; int width; int format; } kColumns[] = {
-        {L"", 20, LVCFMT_LEFT},
-        {L"Name", 200, LVCFMT_LEFT},
-        {L"Entered Percent [%]", 145, LVCFMT_RIGHT},
-        {L"Entered Time [sec]", 145, LVCFMT_RIGHT},
-        {L"Calculated Percent [%]", 145, LVCFMT_RIGHT},
-        {L"Calculated Time [sec]", 145, LVCFMT_RIGHT},
+    static const struct { const wchar_t* title; int format; } kColumns[va::kColumnCount] = {
+        {L"", LVCFMT_LEFT},
+        {L"Name", LVCFMT_LEFT},
+        {L"Entered Percent [%]", LVCFMT_RIGHT},
+        {L"Entered Time [sec]", LVCFMT_RIGHT},
+        {L"Calculated Percent [%]", LVCFMT_RIGHT},
+        {L"Calculated Time [sec]", LVCFMT_RIGHT},
     };
-    for (int i = 0; i < static_cast<int>(std::size(kColumns)); ++i) {
+    m_uLayoutDpi = qv::DpiOf(m_hWnd);
+    for (int i = 0; i < va::kColumnCount; ++i) {
         const std::wstring title = *kColumns[i].title ? Translated(kColumns[i].title) : std::wstring();
-        InsertColumn(i, title.c_str(), kColumns[i].format, kColumns[i].width);
+        InsertColumn(i, title.c_str(), kColumns[i].format, va::ColumnWidthForDpi(i, m_uLayoutDpi));
     }
 
     qv::ComPtr<IZT_BaseDataObject> master;
@@ -371,20 +333,11 @@ void XValueAddedCtrl::ReadSettings(bool planTypeSet) {
             std::vector<tagVACONFIGITEM> groups, children;
             m_VAConfig.GetGroups(groups);
             if (!groups.empty()) m_VAConfig.GetChilds(groups.front().lId, children);
-            if (!groups.empty() && !children.empty()) {
+            if (!groups.empty() && !children.empty() && m_pState) {
                 if (path.back() != L'\\' && path.back() != L'/') path += L'\\';
-                const std::wstring group = path + groups.front().strBitmap + L".bmp";
-                const std::wstring child = path + children.front().strBitmap + L".bmp";
-                if (!m_ImageList.GetSafeHandle()) m_ImageList.Create(18, 17, ILC_COLOR32 | ILC_MASK, 2, 10);
-                int added = 0;
-                for (const std::wstring* file : {&group, &child}) {
-                    auto bitmap = static_cast<HBITMAP>(
-                        ::LoadImageW(nullptr, file->c_str(), IMAGE_BITMAP, 18, 17, LR_LOADFROMFILE));
-                    if (!bitmap) break;
-                    if (m_ImageList.Add(bitmap, RGB(255, 0, 255)) == added) ++added;
-                    ::DeleteObject(bitmap);
-                }
-                if (added == 2 && AssignImageList(&m_ImageList)) {
+                m_pState->pictureFiles = {path + groups.front().strBitmap + L".bmp",
+                                          path + children.front().strBitmap + L".bmp"};
+                if (MakeRowPictures() && AssignImageList(&m_ImageList)) {
                     SetImageList(m_ImageList.GetSafeHandle(), LVSIL_SMALL);
                     m_bImages = true;
                 }
@@ -400,6 +353,50 @@ void XValueAddedCtrl::ReadSettings(bool planTypeSet) {
         if (value.vt == VT_INT) *target = std::clamp(value.intVal, 0, 15);
         else if (value.vt == VT_I4) *target = std::clamp(static_cast<int>(value.lVal), 0, 15);
     }
+}
+
+bool XValueAddedCtrl::MakeRowPictures() {
+    if (!m_pState || m_pState->pictureFiles.size() != 2) return false;
+    const UINT dpi = qv::DpiOf(m_hWnd);
+    const va::PictureSize slot = va::PictureSlotForDpi(dpi);
+    // Nothing to make when the list shows pictures of this size already.
+    int cx = 0, cy = 0;
+    if (m_bImages && m_ImageList.GetIconSize(cx, cy) && cx == slot.cx && cy == slot.cy &&
+        GetImageList(LVSIL_SMALL) == m_ImageList.GetSafeHandle())
+        return true;
+    qv::ImageList pictures;
+    if (!pictures.Create(slot.cx, slot.cy, ILC_COLOR32 | ILC_MASK, 2, 10)) return false;
+    for (const std::wstring& file : m_pState->pictureFiles) {
+        qv::Bitmap picture(static_cast<HBITMAP>(
+            ::LoadImageW(nullptr, file.c_str(), IMAGE_BITMAP, va::kPicture96.cx, va::kPicture96.cy, LR_LOADFROMFILE)));
+        if (!picture) return false;
+        const qv::Bitmap slotted(SlottedPicture(picture.get(), slot, dpi));
+        const int expected = pictures.GetImageCount();
+        if (pictures.Add(slotted ? slotted.get() : picture.get(), kPictureMask) != expected) return false;
+    }
+    // The list lets go of the pictures it showed before they go.
+    if (m_bImages) SetImageList(pictures.GetSafeHandle(), LVSIL_SMALL);
+    m_ImageList = std::move(pictures);
+    return true;
+}
+
+void XValueAddedCtrl::OnDpiChanged(UINT dpi) try {
+    if (!IsWindow()) return;
+    if (dpi != m_uLayoutDpi) {
+        // Each column keeps its share, also one the user resized.
+        HWND header = GetHeaderCtrl();
+        const int columns = header ? static_cast<int>(::SendMessageW(header, HDM_GETITEMCOUNT, 0, 0)) : 0;
+        for (int c = 0; c < columns; ++c) SetColumnWidth(c, qv::ScaleBetweenDpi(GetColumnWidth(c), m_uLayoutDpi, dpi));
+        m_uLayoutDpi = dpi;
+    }
+    if (m_bImages) MakeRowPictures();
+    if (XInPlaceFloatEdit* edit = GetInPlaceEdit()) {
+        edit->SetFont(GetFont());
+        RECT rect{};
+        if (EditRectFor(edit->GetRow(), edit->GetColumn(), rect)) edit->MoveWindow(rect, true);
+    }
+} catch (...) {
+    qv::CaughtAtEdge(" XValueAddedCtrl::OnDpiChanged", __LINE__);
 }
 
 double XValueAddedCtrl::TotalTime() {
@@ -447,6 +444,8 @@ bool XValueAddedCtrl::Rebuild(const std::wstring& value) {
         DeleteAllItems();
         m_mapRows.clear();
         m_pState->entries.clear();
+        m_pState->shown.clear();
+        RaiseRowsReordered();
         return false;
     }
     m_pState->entries = std::move(entries);
@@ -482,9 +481,28 @@ bool XValueAddedCtrl::Rebuild(const std::wstring& value) {
                 break;
             }
         }
-        if (same) return true;
+        if (same) {
+            // A reader hears of each row whose name or figures changed.
+            const std::vector<va::RowTexts>& before = m_pState->shown;
+            for (size_t i = 0; i < rows.size(); ++i) {
+                const bool known = i < before.size();
+                const long child = static_cast<long>(i) + 1;
+                if (!known || before[i].name != rows[i].name) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_NAMECHANGE, child);
+                if (!known || before[i].pe != rows[i].pe || before[i].te != rows[i].te || before[i].pc != rows[i].pc ||
+                    before[i].tc != rows[i].tc)
+                    qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE, child);
+            }
+            m_pState->shown = rows;
+            return true;
+        }
     }
 
+    // New rows: a reader hears that the list changed as a whole.
+    m_pState->shown.clear();
+    struct Reordered {
+        const XValueAddedCtrl* list;
+        ~Reordered() { list->RaiseRowsReordered(); }
+    } reordered{this};
     if (!DeleteAllItems()) return false;
     m_mapRows.clear();
     SendMessage(LVM_SETITEMCOUNT, rows.size());
@@ -494,6 +512,7 @@ bool XValueAddedCtrl::Rebuild(const std::wstring& value) {
         if (!AddEntry(valuesOf(shown), row, m_bImages ? (shown.image >= 0 ? shown.image : I_IMAGENONE) : -1)) return false;
         if (shown.hasCode) m_mapRows[row] = shown.code;
     }
+    m_pState->shown = rows;
     return true;
 }
 
@@ -538,27 +557,38 @@ int XValueAddedCtrl::HitTestEx(POINT& point, int& column) {
     return -1;
 }
 
-XInPlaceFloatEdit* XValueAddedCtrl::EditSubLabel(int row, int column) {
-    RetireEdit();
-    if (!EnsureVisible(row, true)) return nullptr;
+bool XValueAddedCtrl::EditRectFor(int row, int column, RECT& out) {
     HWND header = GetHeaderCtrl();
     const int columns = header ? static_cast<int>(::SendMessageW(header, HDM_GETITEMCOUNT, 0, 0)) : 0;
-    if (column < 0 || column >= columns || GetColumnWidth(column) < 5) return nullptr;
+    const UINT dpi = qv::DpiOf(m_hWnd);
+    if (column < 0 || column >= columns || GetColumnWidth(column) < va::MinEditColumnWidth(dpi)) return false;
     int offset = 0;
     for (int c = 0; c < column; ++c) offset += GetColumnWidth(c);
     RECT rect{};
-    if (!GetItemRect(row, rect, LVIR_BOUNDS)) return nullptr;
+    if (!GetItemRect(row, rect, LVIR_BOUNDS)) return false;
     const RECT client = GetClientRect();
-    va::EditSpan span = va::EditSpanFor(rect.left, offset, GetColumnWidth(column), client.right);
+    va::EditSpan span = va::EditSpanFor(rect.left, offset, GetColumnWidth(column), client.right, dpi);
     if (span.scroll != 0) {
         Scroll(SIZE{span.scroll, 0});
         // Where the list really scrolled to (it stops at its ends).
-        if (!GetItemRect(row, rect, LVIR_BOUNDS)) return nullptr;
-        span = va::EditSpanFor(rect.left, offset, GetColumnWidth(column), client.right);
+        if (!GetItemRect(row, rect, LVIR_BOUNDS)) return false;
+        span = va::EditSpanFor(rect.left, offset, GetColumnWidth(column), client.right, dpi);
     }
+    out = RECT{span.left, rect.top, std::max(span.left, span.right), rect.bottom};
+    return true;
+}
 
+XInPlaceFloatEdit* XValueAddedCtrl::EditSubLabel(int row, int column) {
+    RetireEdit();
+    if (!EnsureVisible(row, true)) return nullptr;
+    RECT editRect{};
+    if (!EditRectFor(row, column, editRect)) return nullptr;
+
+    wchar_t title[128] = {};
     LVCOLUMNW format{};
-    format.mask = LVCF_FMT;
+    format.mask = LVCF_FMT | LVCF_TEXT;
+    format.pszText = title;
+    format.cchTextMax = static_cast<int>(std::size(title));
     GetColumn(column, &format);
     DWORD align = ES_LEFT;
     if ((format.fmt & LVCFMT_JUSTIFYMASK) == LVCFMT_RIGHT) align = ES_RIGHT;
@@ -566,12 +596,11 @@ XInPlaceFloatEdit* XValueAddedCtrl::EditSubLabel(int row, int column) {
 
     const std::wstring cell = GetItemText(row, column);
     auto edit = std::make_unique<XInPlaceFloatEdit>(row, column);
-    const RECT editRect{span.left, rect.top, std::max(span.left, span.right), rect.bottom};
     if (!edit->Create(align | WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, editRect, m_hWnd, kEditId)) return nullptr;
     edit->SetFont(GetFont());
-    std::wstring name = GetItemText(row, kColumnName);
-    name.erase(0, name.find_first_not_of(L' '));
-    edit->SetAccessibleName(name);
+    // A reader hears which row and which figure the field edits.
+    edit->SetAccessibleName(qv::lists::RowNameText(GetItemText(row, kColumnName)));
+    edit->SetAccessibleDescription(title);
     double start = 0.0;
     String2Double(cell, start);
     edit->SetValue(start);

@@ -48,6 +48,20 @@
 // Numbers: the list's cells show '.' as decimal separator, the field the
 // user's own; the value string always '.'.
 //
+// Screen readers hear each row (group, step and "Not Assigned") as a list
+// item named by its name and valued by its figures with their column titles
+// ("Entered Percent [%]: 12.50; Entered Time [sec]: 450.00; ..."); when
+// figures change, by an edit or SetValue, a reader hears of each row whose
+// figures changed. The in-place field is named by its row and described by
+// its column's title.
+//
+// DPI: the columns' widths (20, 200 and 145 pixels at 96 DPI), the
+// pictures' slots (18 x 17, the pictures themselves enlarged only by whole
+// multiples so they stay sharp) and the in-place field's insets are scaled
+// to the list's DPI; when it changes, the columns keep their share of the
+// width (also what the user resized), the pictures are made again for the
+// new slots and an open field moves back over its cell.
+//
 // Every public operation answers false (or nothing) on failure, never
 // throws, and is a safe no-op on an object without a live window.
 #pragma once
@@ -66,7 +80,9 @@
 #include "quorvel/frame/va_config.h"
 #include "quorvel/lists/list_ctrl.h"
 #include "quorvel/masks/numeric.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/com.h"
+#include "quorvel/platform/dpi.h"
 #include "quorvel/platform/imagelist.h"
 
 struct IZT_SessionDataMng;
@@ -81,9 +97,10 @@ struct tagVAINITDATA {
 
 // The in-place field of the list: a decimal field over one cell that ends
 // itself when it loses the focus, telling the list's parent with
-// LVN_ENDLABELEDITW from the list (the text, or null when cancelled). Its
-// accessible name is the caption of its row.
-class QV_API XInPlaceFloatEdit : public XMaskFloatEdit {
+// LVN_ENDLABELEDITW from the list (the text, or null when cancelled). A
+// screen reader hears it named by the caption of its row and described by
+// its column's title; its value is its text.
+class QV_API XInPlaceFloatEdit : public XMaskFloatEdit, public virtual qv::AccessibleSource {
 public:
     XInPlaceFloatEdit(int row, int column, int digits = 3, int decimals = 5);
 
@@ -92,11 +109,15 @@ public:
     bool IsCancelled() const noexcept { return m_bCancelled; }
     // Whether Enter ended the field (the list then moves on to the next row).
     bool EndedByEnter() const noexcept { return m_bEndedByEnter; }
-    // The name screen readers announce for the field.
+    // The name and the description screen readers announce for the field.
     void SetAccessibleName(const std::wstring& name);
+    void SetAccessibleDescription(const std::wstring& description);
+
+    // qv::AccessibleSource
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleDescription(long child, std::wstring& description) override;
 
 protected:
-    LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     // Escape cancels; Escape, Enter and Tab hand the focus back to the list.
     void OnChar(UINT ch, UINT repCnt, UINT flags) override;     // WM_CHAR
     void OnKillFocus(HWND newFocus) override;                   // WM_KILLFOCUS
@@ -115,6 +136,7 @@ private:
     bool m_bEnded = false;
     bool m_bEndedByEnter = false;
     std::wstring m_strAccessibleName;
+    std::wstring m_strAccessibleDescription;
 };
 
 // The same field in the family's colours: text RGB(8, 0, 0) on the window
@@ -124,7 +146,7 @@ public:
     XInPlaceFloatEditColor(int row, int column) : DefaultColorVariant(row, column) {}
 };
 
-class QV_API XValueAddedCtrl : public XBaseListCtrl {
+class QV_API XValueAddedCtrl : public XBaseListCtrl, public qv::DpiListener {
 public:
     enum : int {
         kColumnImage = 0,
@@ -166,6 +188,9 @@ public:
     // edited; false otherwise.
     bool EditRow(int row);
 
+    // qv::DpiListener: columns, pictures and an open field at the new DPI.
+    void OnDpiChanged(UINT dpi) override;
+
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     void OnDestroy() override;                                         // WM_DESTROY
@@ -177,6 +202,9 @@ protected:
     void OnVScroll(UINT code, UINT pos, HWND scrollBar) override;      // WM_VSCROLL
     virtual LRESULT OnEndLabelEdit(NMLVDISPINFOW* info);               // LVN_ENDLABELEDITW
     virtual LRESULT OnCustomDraw(NMLVCUSTOMDRAW* draw);                // NM_CUSTOMDRAW
+
+    // qv::ReportRowsSource: column 0 holds pictures or nothing, never read.
+    int RowsUnreadColumn() const override { return kColumnImage; }
 
     // The row and column under `point` (client coordinates); -1 for none.
     int HitTestEx(POINT& point, int& column);
@@ -202,7 +230,13 @@ private:
     bool Rebuild(const std::wstring& value);
     double TotalTime();
     void ReadSettings(bool planTypeSet);
-    void LoadRowImages();
+    // Makes the rows' pictures for the list's DPI from the picture files
+    // and gives them to the list; false when a picture does not load.
+    bool MakeRowPictures();
+    // Where the field over `row`'s `column` goes, from the cell and the
+    // list's DPI; a column outside the client area is scrolled into view
+    // first. False when the cell is not there or too narrow.
+    bool EditRectFor(int row, int column, RECT& rect);
     bool EditableRow(int row) const;
     void RetireEdit();
     // The entries (ValueAddedEntry by code) and the configuration as the
@@ -213,4 +247,6 @@ private:
     // the list.
     std::vector<std::unique_ptr<XInPlaceFloatEdit>> m_retiredEdits;
     bool m_bImages = false;
+    // The DPI the column widths were last laid out for.
+    UINT m_uLayoutDpi = 96;
 };

@@ -327,7 +327,7 @@ int ColumnAt(int x, int rowLeft, const std::vector<int>& widths) {
     return -1;
 }
 
-EditSpan EditSpanFor(int rowLeft, int offset, int columnWidth, int clientWidth) {
+EditSpan EditSpanFor(int rowLeft, int offset, int columnWidth, int clientWidth, unsigned dpi) {
     EditSpan span;
     const long long start = static_cast<long long>(offset) + rowLeft;
     if (start < 0 || start > clientWidth) {
@@ -335,10 +335,21 @@ EditSpan EditSpanFor(int rowLeft, int offset, int columnWidth, int clientWidth) 
                                                              std::numeric_limits<int>::max()));
         rowLeft -= span.scroll;
     }
-    span.left = rowLeft + offset + 4;
-    span.right = span.left + columnWidth - 3;
+    span.left = rowLeft + offset + ScaleToDpi(4, dpi);
+    span.right = span.left + columnWidth - ScaleToDpi(3, dpi);
     if (span.right > clientWidth) span.right = clientWidth;
     return span;
+}
+
+int MinEditColumnWidth(unsigned dpi) noexcept { return ScaleToDpi(5, dpi); }
+
+int ColumnWidthForDpi(int column, unsigned dpi) noexcept {
+    if (column < 0 || column >= kColumnCount) return 0;
+    return ScaleToDpi(kColumnWidths96[column], dpi);
+}
+
+PictureSize PictureSlotForDpi(unsigned dpi) noexcept {
+    return {ScaleToDpi(kPicture96.cx, dpi), ScaleToDpi(kPicture96.cy, dpi)};
 }
 
 CellColours ColoursFor(int column, const ValueAddedEntry* entry, bool groupWithChildren) {

@@ -1,7 +1,7 @@
 // The value-added control's rules without a window: the value string the
 // form stores, the records it holds, the 100 % cap, the roll-up of children
-// into their group, the rows the list shows, and which cells may be edited
-// and how they are coloured.
+// into their group, the rows the list shows, which cells may be edited and
+// how they are coloured, and the list's lengths at any DPI.
 //
 // Private to the library: the control (value_added.h) asks here. Kept free
 // of <windows.h> so that it is tested, fuzzed and measured natively.
@@ -15,6 +15,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "quorvel/common/dpi_rules.h"
 
 namespace qv::valueadded {
 
@@ -159,8 +161,31 @@ struct EditSpan {
 };
 // `rowLeft` is the row's left edge (negative when scrolled), `offset` the
 // sum of the widths before the column. A column starting outside
-// [0, clientWidth] is scrolled into view first.
-EditSpan EditSpanFor(int rowLeft, int offset, int columnWidth, int clientWidth);
+// [0, clientWidth] is scrolled into view first. The field starts 4 pixels
+// in from the cell's left edge, where the cell's text starts, and is 3
+// pixels narrower than the column (both at 96 DPI, scaled to `dpi`).
+EditSpan EditSpanFor(int rowLeft, int offset, int columnWidth, int clientWidth, unsigned dpi = kBaseDpi);
+
+// The narrowest column the field opens on: 5 pixels at 96 DPI, scaled.
+int MinEditColumnWidth(unsigned dpi) noexcept;
+
+// The columns' widths: 20 (pictures), 200 (names) and 145 for each of the
+// four figures at 96 DPI, scaled to `dpi`.
+inline constexpr int kColumnCount = 6;
+inline constexpr int kColumnWidths96[kColumnCount] = {20, 200, 145, 145, 145, 145};
+int ColumnWidthForDpi(int column, unsigned dpi) noexcept;
+
+// The rows' pictures: 18 x 17 pixel bitmaps, each shown in a slot of that
+// size at 96 DPI scaled to the list's DPI, enlarged only by whole multiples
+// (pixel for pixel, centred in the slot), so a picture stays sharp and the
+// rows and the picture column grow with the text.
+struct PictureSize {
+    int cx = 0;
+    int cy = 0;
+    bool operator==(const PictureSize&) const = default;
+};
+inline constexpr PictureSize kPicture96{18, 17};
+PictureSize PictureSlotForDpi(unsigned dpi) noexcept;
 
 enum class CellBack { Default, EditColumn, Light };
 enum class CellText { Default, WindowText, GrayText };
