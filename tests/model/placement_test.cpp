@@ -99,4 +99,53 @@ TEST(Placement, PlacesTheTextInsideTheBox) {
         EXPECT_EQ(qv::CalculateTextRect(client, {60, 20}, direction, styles, shape), rect) << styles;
 }
 
+TEST(Placement, UnwrapsWhatWrappingInserted) {
+    std::wstring longText;
+    for (int i = 0; i < 200; ++i) longText += static_cast<wchar_t>(L'a' + i % 26);
+    // Round trips, at several widths, including a text with breaks of its own.
+    const std::tuple<std::wstring, int> kRoundTrips[] = {
+        {longText, 80}, {longText, 4}, {longText, 199}, {L"abcdefghij", 4},
+        {L"<b>Bold</b> help<br>on two lines and more text to wrap", 10}, {L"short", 80},
+    };
+    for (const auto& [text, width] : kRoundTrips)
+        EXPECT_EQ(qv::UnwrapToolText(qv::WrapToolText(text, width), width), text) << width;
+    // Texts wrapping did not make stay as they are.
+    const std::tuple<const wchar_t*, int> kUntouched[] = {
+        {L"abcd<br>efghij", 4},    // the break is where wrapping puts it, but too few characters follow
+        {L"abcdX<br>efg", 4},      // a break in the wrong place
+        {L"abc<br><br>defgh", 3},  // widths below 4 are left alone
+        {L"abcdefgh", 0},
+    };
+    for (const auto& [text, width] : kUntouched) EXPECT_EQ(qv::UnwrapToolText(text, width), text) << text;
+}
+
+TEST(Placement, ScalesTheShapeAndOwnerOffsetsWithTheDpi) {
+    qv::TipShape base;
+    base.anchorWidth = 9;
+    base.anchorHeight = 8;
+    base.anchorOffset = 5;
+    const struct {
+        unsigned dpi;
+        qv::TipShape shape;  // margins, shadow, anchor width, height, offset, border
+        int editOffset, lineOffset;
+    } kCases[] = {
+        {96, {3, 1, 3, 3, 9, 8, 5, 1, 1}, 8, 20},
+        {0, {3, 1, 3, 3, 9, 8, 5, 1, 1}, 8, 20},  // a failed DPI query counts as 96
+        {120, {4, 1, 4, 4, 11, 10, 6, 1, 1}, 10, 25},
+        {144, {5, 2, 5, 5, 14, 12, 8, 2, 2}, 12, 30},
+        {192, {6, 2, 6, 6, 18, 16, 10, 2, 2}, 16, 40},
+    };
+    for (const auto& c : kCases) {
+        EXPECT_EQ(qv::TipShapeForDpi(base, c.dpi), c.shape) << c.dpi;
+        EXPECT_EQ(qv::TipOwnerOffset(qv::kTipOwnerEdit, c.dpi), c.editOffset) << c.dpi;
+        EXPECT_EQ(qv::TipOwnerOffset(qv::kTipOwnerComboBox, c.dpi), c.lineOffset) << c.dpi;
+        EXPECT_EQ(qv::TipOwnerOffset(qv::kTipOwnerPrompt, c.dpi), c.lineOffset) << c.dpi;
+        EXPECT_EQ(qv::TipOwnerOffset(qv::kTipOwnerOther, c.dpi), 0);
+        EXPECT_EQ(qv::TipOwnerOffset(7, c.dpi), 0);
+    }
+    // A box sized with the scaled shape grows by the scaled margins and shadow.
+    EXPECT_EQ(qv::InfoBoxSize({60, 20}, qv::kTipStyleShadow, qv::TipShapeForDpi(qv::TipShape{}, 192)),
+              (qv::TipSize{60 + 12 + 6, 20 + 4 + 6}));
+}
+
 }  // namespace

@@ -62,7 +62,7 @@ void GdiMarkupSurface::PutText(int x, int y, std::wstring_view text) {
 }
 
 void GdiMarkupSurface::DrawHorzLine(int xFrom, int xTo, int y, ColourRef colour) {
-    HPEN pen = ::CreatePen(PS_SOLID, 1, colour);
+    HPEN pen = ::CreatePen(PS_SOLID, m_ruleWidth, colour);
     if (!pen) return;
     HGDIOBJ old = ::SelectObject(m_dc, pen);
     ::MoveToEx(m_dc, xFrom, y, nullptr);

@@ -4,7 +4,8 @@
 // changes (face, height, weight, italic, underline, strike-out, character
 // set) taken from the layout's font description; text, colours and the
 // background mode go straight to the device context, and rules are drawn
-// with a 1-pixel solid pen. The surface restores the device context's font
+// with a solid pen as thick as a 1-pixel line at 96 DPI is at the DPI the
+// text is drawn at. The surface restores the device context's font
 // and pen and deletes what it created, also when it is destroyed in the
 // middle of a pass.
 #pragma once
@@ -17,8 +18,10 @@ namespace qv {
 
 class GdiMarkupSurface final : public MarkupSurface {
 public:
-    // `base` supplies the LOGFONT fields the font description leaves out.
-    GdiMarkupSurface(HDC dc, const LOGFONTW& base) noexcept : m_dc(dc), m_base(base) {}
+    // `base` supplies the LOGFONT fields the font description leaves out;
+    // `ruleWidth` is the pen width of rules, in pixels (at least 1).
+    GdiMarkupSurface(HDC dc, const LOGFONTW& base, int ruleWidth = 1) noexcept
+        : m_dc(dc), m_base(base), m_ruleWidth(ruleWidth > 1 ? ruleWidth : 1) {}
     ~GdiMarkupSurface() override { RestoreFont(); }
     GdiMarkupSurface(const GdiMarkupSurface&) = delete;
     GdiMarkupSurface& operator=(const GdiMarkupSurface&) = delete;
@@ -41,6 +44,7 @@ public:
 private:
     HDC m_dc;
     LOGFONTW m_base;
+    int m_ruleWidth;
     HFONT m_font = nullptr;     // the font UseFont created
     HGDIOBJ m_previous = nullptr;
 };

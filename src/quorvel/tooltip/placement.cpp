@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "quorvel/common/dpi_rules.h"
+
 namespace qv {
 namespace {
 
@@ -26,6 +28,29 @@ void RemoveShadow(TipRect& rect, std::uint32_t styles, const TipShape& shape) no
 }
 
 }  // namespace
+
+TipShape TipShapeForDpi(const TipShape& shape, unsigned dpi) noexcept {
+    TipShape scaled;
+    scaled.marginX = ScaleToDpi(shape.marginX, dpi);
+    scaled.marginY = ScaleToDpi(shape.marginY, dpi);
+    scaled.shadowX = ScaleToDpi(shape.shadowX, dpi);
+    scaled.shadowY = ScaleToDpi(shape.shadowY, dpi);
+    scaled.anchorWidth = ScaleToDpi(shape.anchorWidth, dpi);
+    scaled.anchorHeight = ScaleToDpi(shape.anchorHeight, dpi);
+    scaled.anchorOffset = ScaleToDpi(shape.anchorOffset, dpi);
+    scaled.borderX = ScaleToDpi(shape.borderX, dpi);
+    scaled.borderY = ScaleToDpi(shape.borderY, dpi);
+    return scaled;
+}
+
+int TipOwnerOffset(int kind, unsigned dpi) noexcept {
+    switch (kind) {
+    case kTipOwnerEdit: return ScaleToDpi(8, dpi);
+    case kTipOwnerComboBox:
+    case kTipOwnerPrompt: return ScaleToDpi(20, dpi);
+    default: return 0;
+    }
+}
 
 std::wstring WrapToolText(std::wstring_view text, int wrapWidth) {
     std::wstring out(text);
@@ -52,6 +77,28 @@ std::wstring WrapToolText(std::wstring_view text, int wrapWidth) {
     }
     out.append(text.substr(from));
     return out;
+}
+
+std::wstring UnwrapToolText(std::wstring_view wrapped, int wrapWidth) {
+    const std::wstring_view br = L"<br>";
+    std::wstring text(wrapped);
+    // Below 4 the breaks land inside one another; such a text stays as it is.
+    if (wrapWidth < static_cast<int>(br.size()) || wrapped.size() <= static_cast<std::size_t>(wrapWidth)) return text;
+    // Wrapping a text of length n inserts n / (wrapWidth + 1) breaks, break i
+    // at i * (wrapWidth + 1) - 1 of the result (the later ones come after
+    // it): find the count that accounts for the length, take the breaks out
+    // from the last, and keep the result only if wrapping makes it again.
+    const std::size_t step = static_cast<std::size_t>(wrapWidth) + 1;
+    for (std::size_t count = 1; count * br.size() < wrapped.size(); ++count) {
+        if ((wrapped.size() - count * br.size()) / step != count) continue;
+        for (std::size_t i = count; i >= 1; --i) {
+            const std::size_t at = i * step - 1;
+            if (wrapped.substr(at, br.size()) != br) return std::wstring(wrapped);
+            text.erase(at, br.size());
+        }
+        return WrapToolText(text, wrapWidth) == wrapped ? text : std::wstring(wrapped);
+    }
+    return text;
 }
 
 TipSize InfoBoxSize(TipSize textSize, std::uint32_t styles, const TipShape& shape) noexcept {

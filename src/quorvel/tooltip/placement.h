@@ -2,6 +2,12 @@
 // box goes on the screen, the shape of its window region and where its text
 // sits. Plain integers and rectangles; the tooltip window turns them into
 // window positions and regions.
+//
+// Every length here is in pixels of the screen the tooltip shows on. The
+// host sets the tooltip's sizes (margins, shadow, anchor, border) as it
+// would at 96 DPI; TipShapeForDpi scales them to the DPI of the window the
+// tooltip points at, so the box keeps its proportions next to a text that
+// the DPI made larger.
 #pragma once
 
 #include <array>
@@ -37,7 +43,27 @@ struct TipShape {
     int anchorWidth = 0;   // balloon pointer
     int anchorHeight = 0;
     int anchorOffset = 0;  // distance of the pointer from the box side
+    int borderX = 1;       // width of the frame's vertical sides
+    int borderY = 1;       // height of its horizontal sides
+    bool operator==(const TipShape&) const = default;
 };
+
+// `shape` given at 96 DPI, at `dpi`: every length scaled (rounded half away
+// from zero), so a 1-pixel border becomes 2 pixels at 144 and 192 DPI and a
+// length of 0 stays 0.
+TipShape TipShapeForDpi(const TipShape& shape, unsigned dpi) noexcept;
+
+// What the tooltip's owner is, for where the box goes below the cursor.
+enum TipOwnerKind : int {
+    kTipOwnerOther = 0,
+    kTipOwnerEdit = 1,      // below the edit's line: 8 pixels at 96 DPI
+    kTipOwnerComboBox = 2,  // below the combo box's field: 20 pixels
+    kTipOwnerPrompt = 3,    // below the prompt's line: 20 pixels
+};
+
+// How far below the placed box's top the box is moved for an owner of
+// `kind` at `dpi`; 0 for other owners and unknown kinds.
+int TipOwnerOffset(int kind, unsigned dpi) noexcept;
 
 // Inserts "<br>" into a tool text longer than `wrapWidth` characters at
 // positions i * (wrapWidth + 1) - 1 of the growing text (i = 1, 2, ...) while
@@ -46,6 +72,13 @@ struct TipShape {
 // characters and every further one wrapWidth - 3; mark-up counts as text.
 // A wrapWidth of 0 or less leaves the text alone.
 std::wstring WrapToolText(std::wstring_view text, int wrapWidth);
+
+// The text before WrapToolText(text, wrapWidth) inserted its breaks, for a
+// screen reader, which should hear the words whole, not cut where the box
+// wrapped them. A text that wrapping could not have made (a tool record the
+// host filled in itself, a break the host wrote where wrapping would have
+// put one but with the wrong length) comes back unchanged.
+std::wstring UnwrapToolText(std::wstring_view wrapped, int wrapWidth);
 
 // Size of the box for a measured text: text + 2 margins, + anchor height,
 // + shadow offsets with the shadow style.

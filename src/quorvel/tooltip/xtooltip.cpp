@@ -1,5 +1,7 @@
 #include "quorvel/tooltip/xtooltip.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -16,9 +18,6 @@ namespace {
 const wchar_t kClassName[] = L"XTooltip";
 constexpr int kMinWrapWidth = 80;
 constexpr UINT kDefaultDisplayTime = 5000;
-// Placement below the owner's text, by the kind of the owner.
-constexpr int kEditOffset = 8;
-constexpr int kComboOrPromptOffset = 20;
 
 // What all tooltips of the process share. The settings are read once, by
 // the first tooltip constructed; the rest follows the tooltips on screen.
@@ -107,7 +106,8 @@ qv::TipRect Tip(const RECT& r) {
 qv::TipPoint Tip(POINT p) { return {static_cast<int>(p.x), static_cast<int>(p.y)}; }
 qv::TipSize Tip(SIZE s) { return {static_cast<int>(s.cx), static_cast<int>(s.cy)}; }
 
-qv::TipShape ShapeOf(const int (&sizes)[XTooltip::kSizeCount]) {
+// The size table, set as at 96 DPI, drawn at `dpi`.
+qv::TipShape ShapeOf(const int (&sizes)[XTooltip::kSizeCount], UINT dpi) {
     qv::TipShape shape;
     shape.marginX = sizes[XTooltip::kSizeMarginX];
     shape.marginY = sizes[XTooltip::kSizeMarginY];
@@ -116,7 +116,15 @@ qv::TipShape ShapeOf(const int (&sizes)[XTooltip::kSizeCount]) {
     shape.anchorWidth = sizes[XTooltip::kSizeAnchorWidth];
     shape.anchorHeight = sizes[XTooltip::kSizeAnchorHeight];
     shape.anchorOffset = sizes[XTooltip::kSizeAnchorOffset];
-    return shape;
+    shape.borderX = sizes[XTooltip::kSizeBorderX];
+    shape.borderY = sizes[XTooltip::kSizeBorderY];
+    return qv::TipShapeForDpi(shape, dpi);
+}
+
+UINT ScreenDpi() {
+    qv::ClientDC screen(nullptr);
+    const int dpi = screen ? ::GetDeviceCaps(screen, LOGPIXELSY) : 0;
+    return dpi > 0 ? static_cast<UINT>(dpi) : qv::kBaseDpi;
 }
 
 }  // namespace
@@ -414,24 +422,41 @@ void XTooltip::SetFont(HFONT font) {
 }
 
 void XTooltip::SetFont(const LOGFONTW* font) {
-    if (font) m_LogFont = *font;
+    if (!font) return;
+    m_LogFont = *font;
+    m_nFontDpi = GetDrawingDpi();
 }
 
 void XTooltip::SetFont(const wchar_t* face, int size, BOOL bold, BOOL italic, BOOL underline, BOOL strikeOut) {
     LOGFONTW lf{};
-    qv::ClientDC screen(nullptr);
-    // Points to pixels of the screen, rounded, as a character height.
-    lf.lfHeight = -::MulDiv(size, ::GetDeviceCaps(screen, LOGPIXELSY), 72);
+    // Points to pixels at the owner's DPI, rounded, as a character height.
+    const UINT dpi = GetDrawingDpi();
+    lf.lfHeight = qv::FontHeightForDpi(size, dpi);
     lf.lfWeight = bold ? FW_BOLD : FW_NORMAL;
     lf.lfItalic = italic ? 1 : 0;
     lf.lfUnderline = underline ? 1 : 0;
     lf.lfStrikeOut = strikeOut ? 1 : 0;
     lf.lfCharSet = DEFAULT_CHARSET;
     if (face) ::lstrcpynW(lf.lfFaceName, face, LF_FACESIZE);
-    SetFont(&lf);
+    m_LogFont = lf;
+    m_nFontDpi = dpi;
 }
 
 void XTooltip::SetDefaultFont() { SetFont(L"Tahoma", 10); }
+
+LOGFONTW XTooltip::GetFontForDpi(UINT dpi) const {
+    LOGFONTW lf = m_LogFont;
+    lf.lfHeight = qv::ScaleBetweenDpi(lf.lfHeight, m_nFontDpi, dpi);
+    lf.lfWidth = qv::ScaleBetweenDpi(lf.lfWidth, m_nFontDpi, dpi);
+    return lf;
+}
+
+UINT XTooltip::GetDrawingDpi() const {
+    // The box shows beside its owner, on the owner's monitor.
+    if (m_hParent && ::IsWindow(m_hParent)) return qv::DpiOf(m_hParent);
+    if (IsWindow()) return qv::DpiOf(m_hWnd);
+    return ScreenDpi();
+}
 
 // ---- Timing ---------------------------------------------------------------------------
 
@@ -638,9 +663,17 @@ void XTooltip::PrepareDisplayToolTip(POINT cursor) {
     if (m_toolInfo.szText.empty()) return;
 
     m_szToolText = MeasureText(m_toolInfo.szText);
-    const qv::TipSize box = qv::InfoBoxSize(Tip(m_szToolText), m_nEffStyles, ShapeOf(m_nSizes));
+    const qv::TipSize box =
+        qv::InfoBoxSize(Tip(m_szToolText), m_nEffStyles, ShapeOf(m_nSizes, GetDrawingDpi()));
     DisplayToolTip(cursor, RECT{0, 0, box.cx, box.cy});
     Process().showing = true;
+    AnnounceText();
+}
+
+void XTooltip::AnnounceText() {
+    if (m_toolInfo.szText == m_strAnnounced) return;
+    m_strAnnounced = m_toolInfo.szText;
+    qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_NAMECHANGE);
 }
 
 void XTooltip::DisplayToolTip(POINT cursor, RECT rect) {
@@ -659,12 +692,9 @@ void XTooltip::DisplayToolTip(POINT cursor, RECT rect) {
     // Below the owner's own text: an edit's caret line, a combo's or a
     // prompt's line. A prompt with help takes the focus while its tooltip is
     // up, so that F1 reaches it; Pop gives the focus back.
-    int offset = 0;
     const XTooltipOwnerKind* kind = OwnerKindOf(m_hParent);
     const int ownerKind = kind ? kind->TooltipOwnerKind() : XTooltipOwnerKind::kOwnerOther;
-    if (ownerKind == XTooltipOwnerKind::kOwnerEdit) offset = kEditOffset;
-    if (ownerKind == XTooltipOwnerKind::kOwnerComboBox || ownerKind == XTooltipOwnerKind::kOwnerPrompt)
-        offset = kComboOrPromptOffset;
+    const int offset = qv::TipOwnerOffset(ownerKind, GetDrawingDpi());
     if (!PromptHelpFile(kind).empty()) {
         if (!m_hFocusBack) m_hFocusBack = ::GetFocus();
         ::SetFocus(m_hParent);
@@ -676,20 +706,22 @@ void XTooltip::DisplayToolTip(POINT cursor, RECT rect) {
     Invalidate(false);
     ps.lastOwner = m_hParent;
     m_nIndexDisplayWnd = m_nIndexCurrentWnd;
+    m_ptDisplayed = cursor;
 }
 
 void XTooltip::CalculateInfoBoxRect(POINT cursor, RECT& rect) {
     qv::ClientDC screen(nullptr);
     const qv::TipSize screenSize{::GetDeviceCaps(screen, HORZRES), ::GetDeviceCaps(screen, VERTRES)};
     const qv::InfoBoxPlacement placed = qv::CalculateInfoBoxRect(
-        screenSize, Tip(cursor), Tip(rect), static_cast<int>(m_nEffDirection), m_nEffStyles, ShapeOf(m_nSizes));
+        screenSize, Tip(cursor), Tip(rect), static_cast<int>(m_nEffDirection), m_nEffStyles,
+        ShapeOf(m_nSizes, GetDrawingDpi()));
     rect = RECT{placed.rect.left, placed.rect.top, placed.rect.right, placed.rect.bottom};
     m_nEffDirection = static_cast<UINT>(placed.direction);
 }
 
 void XTooltip::SetWindowRegion(const RECT& placed, POINT cursor) {
     const qv::TipRegionShape shape = qv::CalculateRegionShape(
-        Tip(placed), Tip(cursor), static_cast<int>(m_nEffDirection), m_nEffStyles, ShapeOf(m_nSizes));
+        Tip(placed), Tip(cursor), static_cast<int>(m_nEffDirection), m_nEffStyles, ShapeOf(m_nSizes, GetDrawingDpi()));
     m_rgnBody.reset(::CreateRectRgn(shape.body.left, shape.body.top, shape.body.right, shape.body.bottom));
     if (shape.hasAnchor) {
         POINT triangle[3];
@@ -729,10 +761,12 @@ SIZE XTooltip::MeasureText(const std::wstring& text) {
 
 SIZE XTooltip::PrintTitleString(HDC dc, const RECT& rect, const std::wstring& text, bool measureOnly) try {
     if (!dc) return SIZE{};
+    const UINT dpi = GetDrawingDpi();
+    const LOGFONTW font = GetFontForDpi(dpi);
     qv::MarkupStyle style;
-    style.font = qv::GdiMarkupSurface::Describe(m_LogFont);
+    style.font = qv::GdiMarkupSurface::Describe(font);
     std::copy(std::begin(m_crColor), std::end(m_crColor), style.colours.begin());
-    qv::GdiMarkupSurface surface(dc, m_LogFont);
+    qv::GdiMarkupSurface surface(dc, font, qv::ScaleToDpi(1, dpi));
     const qv::TipSize size = qv::PrintTitleString(surface, Tip(rect), text, measureOnly, style, m_lines);
     return SIZE{size.cx, size.cy};
 } catch (...) {
@@ -741,6 +775,7 @@ SIZE XTooltip::PrintTitleString(HDC dc, const RECT& rect, const std::wstring& te
 
 void XTooltip::OnDraw(HDC dc, RECT rect) {
     const RECT client = rect;
+    const qv::TipShape shape = ShapeOf(m_nSizes, GetDrawingDpi());
     ::SetBkMode(dc, TRANSPARENT);
     if (m_nEffStyles & kStyleShadow) {
         // A solid shadow: the window has no pixels of what lies beneath it.
@@ -748,18 +783,18 @@ void XTooltip::OnDraw(HDC dc, RECT rect) {
             qv::Brush shadow(::CreateSolidBrush(m_crColor[kColorShadow]));
             ::FillRgn(dc, m_rgnShadow, shadow);
         }
-        rect.right -= m_nSizes[kSizeShadowX];
-        rect.bottom -= m_nSizes[kSizeShadowY];
+        rect.right -= shape.shadowX;
+        rect.bottom -= shape.shadowY;
     }
     if (m_rgnBody) ::SelectClipRgn(dc, m_rgnBody);
     qv::Brush background(::CreateSolidBrush(m_crColor[kColorBk]));
     ::FillRect(dc, &rect, background);
     if (m_rgnBody) {
         qv::Brush border(::CreateSolidBrush(m_crColor[kColorBorder]));
-        ::FrameRgn(dc, m_rgnBody, border, m_nSizes[kSizeBorderX], m_nSizes[kSizeBorderY]);
+        ::FrameRgn(dc, m_rgnBody, border, shape.borderX, shape.borderY);
     }
-    const qv::TipRect text = qv::CalculateTextRect(Tip(client), Tip(m_szToolText), static_cast<int>(m_nEffDirection),
-                                                   m_nEffStyles, ShapeOf(m_nSizes));
+    const qv::TipRect text =
+        qv::CalculateTextRect(Tip(client), Tip(m_szToolText), static_cast<int>(m_nEffDirection), m_nEffStyles, shape);
     ::SetTextColor(dc, m_crColor[kColorText]);
     PrintTitleString(dc, RECT{text.left, text.top, text.right, text.bottom}, m_toolInfo.szText, false);
     ::SelectClipRgn(dc, nullptr);
@@ -831,4 +866,30 @@ void XTooltip::OnTimer(UINT_PTR id) {
 void XTooltip::OnActivateApp(BOOL active, DWORD) {
     if (!active && !(m_nEffStyles & kStyleShowInactive)) Pop();
     Default();
+}
+
+void XTooltip::OnDpiChanged(UINT) {
+    // Everything is measured at the owner's DPI when the box is placed: a
+    // box on screen is simply measured and placed once more.
+    if (IsVisible()) PrepareDisplayToolTip(m_ptDisplayed);
+}
+
+// ---- Screen readers ----------------------------------------------------------------------
+
+bool XTooltip::AccessibleName(long child, std::wstring& name) {
+    if (child != 0) return false;
+    name = qv::MarkupPlainText(qv::UnwrapToolText(m_toolInfo.szText, Process().wrapWidth));
+    return true;
+}
+
+bool XTooltip::AccessibleRole(long child, long& role) {
+    if (child != 0) return false;
+    role = ROLE_SYSTEM_TOOLTIP;
+    return true;
+}
+
+bool XTooltip::AccessibleState(long child, long& state) {
+    if (child != 0) return false;
+    state = STATE_SYSTEM_READONLY | (IsVisible() ? 0 : STATE_SYSTEM_INVISIBLE);
+    return true;
 }

@@ -26,6 +26,16 @@
 // by the first tooltip constructed): the display time, the wrap width, and
 // whether tooltips are enabled at all. A popup time of 0 in the settings
 // disables tooltips for the process: Create then makes no window.
+//
+// DPI: the font (given in points, or as a LOGFONT made for the owner's DPI),
+// the margins, shadow, anchor and border of the size table (given as at 96
+// DPI) and the offset below the owner's line are all drawn at the DPI of the
+// owner window the tooltip points at, whatever monitor it is on; a tooltip
+// that is showing when its DPI changes measures and places itself again.
+//
+// Screen readers: the tooltip window is a tooltip whose name is the plain
+// text of what it shows (tags removed, the breaks the wrap width inserted
+// taken out again); when it shows a new text it announces the new name.
 #pragma once
 
 #include <windows.h>
@@ -34,6 +44,8 @@
 #include <vector>
 
 #include "quorvel/common/api.h"
+#include "quorvel/platform/accessible.h"
+#include "quorvel/platform/dpi.h"
 #include "quorvel/platform/gdi.h"
 #include "quorvel/platform/window.h"
 #include "quorvel/tooltip/markup.h"
@@ -75,7 +87,7 @@ public:
     virtual std::wstring TooltipContextHelpFile() const { return {}; }
 };
 
-class QV_API XTooltip : public qv::Window {
+class QV_API XTooltip : public qv::Window, public virtual qv::AccessibleSource, public qv::DpiListener {
 public:
     // Styles.
     enum : UINT {
@@ -197,14 +209,22 @@ public:
     void SetSize(int index, int value);
     int GetSize(int index) const;
     void SetDefaultSizes();
+    // A font the host made: taken as made for the owner's DPI at the time
+    // it is set (the screen's before Create).
     void SetFont(HFONT font);
     void SetFont(const LOGFONTW* font);
-    // `size` in points.
+    // `size` in points, at the owner's DPI.
     void SetFont(const wchar_t* face, int size, BOOL bold = FALSE, BOOL italic = FALSE, BOOL underline = FALSE,
                  BOOL strikeOut = FALSE);
     // "Tahoma", 10 points.
     void SetDefaultFont();
+    // The font as it was set (its height for the DPI it was set at).
     LOGFONTW GetFont() const { return m_LogFont; }
+    // The font the tooltip draws with at `dpi`: the one set, its height and
+    // width scaled from the DPI it was made for.
+    LOGFONTW GetFontForDpi(UINT dpi) const;
+    // The DPI the tooltip draws at: its owner's (the screen's without one).
+    UINT GetDrawingDpi() const;
 
     // ---- Timing ----
     void SetDelayTime(DWORD which, UINT ms);
@@ -237,6 +257,14 @@ public:
     SIZE PrintTitleString(HDC dc, const RECT& rect, const std::wstring& text, bool measureOnly);
     // The measured size of the text shown last.
     SIZE GetTextSize() const { return m_szToolText; }
+
+    // qv::DpiListener: a tooltip that is showing is measured and placed again.
+    void OnDpiChanged(UINT dpi) override;
+
+    // qv::AccessibleSource: a tooltip named by the plain text it shows.
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
 
     static int GetVersionI();
     static const wchar_t* GetVersionC();
@@ -283,6 +311,8 @@ private:
     void OpenContextHelp();
     SIZE MeasureText(const std::wstring& text);
     void SetWindowRegion(const RECT& placed, POINT cursor);
+    // Tells a reader the tooltip now shows another text.
+    void AnnounceText();
 
     HWND m_hParent = nullptr;
     std::vector<tagXTOOLTIP_INFO> m_arrTools;
@@ -309,6 +339,7 @@ private:
     COLORREF m_crColor[kColorCount]{};
     int m_nSizes[kSizeCount]{};
     LOGFONTW m_LogFont{};
+    UINT m_nFontDpi = qv::kBaseDpi;  // the DPI m_LogFont's height is for
 
     qv::MarkupLines m_lines;       // per-line widths and heights of the last measuring pass
     SIZE m_szToolText{};
@@ -317,4 +348,6 @@ private:
 
     UINT m_nTimeInitial = 500;
     HWND m_hFocusBack = nullptr;   // focus given back when a prompt's tooltip hides
+    POINT m_ptDisplayed{};         // the cursor the box was placed at (screen)
+    std::wstring m_strAnnounced;   // the text a reader was last told of
 };
