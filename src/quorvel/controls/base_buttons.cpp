@@ -1,7 +1,10 @@
 #include "quorvel/controls/base_buttons.h"
 
+#include <oleacc.h>
+
 #include "quorvel/common/boundary.h"
 #include "quorvel/controls/base_keys.h"
+#include "quorvel/controls/reader_state.h"
 
 // ---- Form buttons ------------------------------------------------------------------
 
@@ -20,6 +23,50 @@ BOOL FormButton::CreateButton(const std::wstring& text, UINT id, const RECT& rec
 
 void FormButton::OnChar(UINT ch, UINT, UINT) {
     if (!MoveFocusOnKey(m_hWnd, ch, true)) Default();
+}
+
+LRESULT FormButton::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg != BM_SETCHECK) return Button::WindowProc(msg, wp, lp);
+    // A click on an automatic box or radio button sets the check through
+    // this message too, so every change reaches a reader, whoever made it.
+    const LRESULT before = ::SendMessageW(m_hWnd, BM_GETCHECK, 0, 0);
+    const LRESULT result = Button::WindowProc(msg, wp, lp);
+    if (::SendMessageW(m_hWnd, BM_GETCHECK, 0, 0) != before) RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_STATECHANGE);
+    return result;
+}
+
+LRESULT FormButton::OnSetText(WPARAM, LPARAM) {
+    const LRESULT result = Default();
+    if (result) RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_NAMECHANGE);
+    return result;
+}
+
+bool FormButton::AccessibleRole(long child, long& role) {
+    if (child != 0) return false;
+    switch (GetStyle() & BS_TYPEMASK) {
+    case BS_CHECKBOX:
+    case BS_AUTOCHECKBOX:
+    case BS_3STATE:
+    case BS_AUTO3STATE: role = ROLE_SYSTEM_CHECKBUTTON; break;
+    case BS_RADIOBUTTON:
+    case BS_AUTORADIOBUTTON: role = ROLE_SYSTEM_RADIOBUTTON; break;
+    case BS_GROUPBOX: role = ROLE_SYSTEM_GROUPING; break;
+    default: role = ROLE_SYSTEM_PUSHBUTTON; break;
+    }
+    return true;
+}
+
+bool FormButton::AccessibleState(long child, long& state) {
+    if (child != 0) return false;
+    const DWORD type = GetStyle() & BS_TYPEMASK;
+    state = ReaderWindowState(m_hWnd, type != BS_GROUPBOX);
+    if (type == BS_GROUPBOX) return true;
+    const LRESULT check = SendMessage(BM_GETCHECK);
+    if (check == BST_CHECKED) state |= STATE_SYSTEM_CHECKED;
+    if (check == BST_INDETERMINATE) state |= STATE_SYSTEM_MIXED;
+    if (SendMessage(BM_GETSTATE) & BST_PUSHED) state |= STATE_SYSTEM_PRESSED;
+    if (type == BS_DEFPUSHBUTTON) state |= STATE_SYSTEM_DEFAULT;
+    return true;
 }
 
 void FocusReportingButton::OnSetFocus(HWND) {
@@ -75,15 +122,33 @@ void XBaseGroupBox::FitCaption(HFONT font) {
     prompt->SetFont(font, true);
     const DWORD margins = prompt->GetMargins();
     int width = extent.cx + LOWORD(margins) + HIWORD(margins) + 1;
-    prompt->SetWindowPos(nullptr, kCaptionLeft, 0, width, extent.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+    const int left = qv::Scale(m_hWnd, kCaptionLeft);
+    prompt->SetWindowPos(nullptr, left, 0, width, extent.cy, SWP_NOZORDER | SWP_NOACTIVATE);
     RECT client{}, format{};
     ::GetClientRect(prompt->m_hWnd, &client);
     prompt->SendMessage(EM_GETRECT, 0, reinterpret_cast<LPARAM>(&format));
     const int inset = (client.right - client.left) - (format.right - format.left);
     if (extent.cx + inset + 1 > width) {
         width = extent.cx + inset + 1;
-        prompt->SetWindowPos(nullptr, kCaptionLeft, 0, width, extent.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+        prompt->SetWindowPos(nullptr, left, 0, width, extent.cy, SWP_NOZORDER | SWP_NOACTIVATE);
     }
+}
+
+void XBaseGroupBox::OnDpiChanged(UINT) {
+    // The host gives the box a font for the new DPI; the caption follows it.
+    if (XBasePrompt* prompt = CaptionPrompt()) FitCaption(prompt->GetFont());
+}
+
+bool XBaseGroupBox::AccessibleName(long child, std::wstring& name) {
+    XBasePrompt* prompt = CaptionPrompt();
+    if (child != 0 || !prompt) return false;
+    name = qv::AccessibleTextOf(prompt->m_hWnd);
+    return true;
+}
+
+bool XBaseGroupBox::AccessibleDescription(long child, std::wstring& description) {
+    XBasePrompt* prompt = CaptionPrompt();
+    return child == 0 && prompt && prompt->AccessibleDescription(0, description);
 }
 
 BOOL XBaseGroupBox::OnNotify(WPARAM wp, LPARAM lp, LRESULT* result) {

@@ -6,6 +6,7 @@
 #include "quorvel/controls/input_rules.h"
 #include "quorvel/frame/siblings.h"
 #include "quorvel/platform/accessible.h"
+#include "quorvel/tooltip/markup.h"
 
 namespace qv {
 
@@ -80,6 +81,8 @@ int FieldTooltip::CreateFieldTooltip(HWND owner, const std::wstring& text) {
             created = 1;
         }
     }
+    // The text is also the field's description: a reader hears of a new one.
+    if (text != m_text) RaiseAccessibleEvent(owner, EVENT_OBJECT_DESCRIPTIONCHANGE);
     m_text = text;
     if (m_tooltip) {
         // One tool per field: a later call updates the text instead of adding a tool.
@@ -88,6 +91,12 @@ int FieldTooltip::CreateFieldTooltip(HWND owner, const std::wstring& text) {
         m_tooltip->AddTool(owner, text);
     }
     return created;
+}
+
+bool FieldTooltip::AccessibleDescription(long child, std::wstring& description) {
+    if (child != 0 || m_text.empty()) return false;
+    description = MarkupPlainText(m_text);
+    return true;
 }
 
 void FieldTooltip::RelayOwnMessage(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {

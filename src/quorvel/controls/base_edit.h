@@ -17,6 +17,7 @@
 #include "quorvel/common/api.h"
 #include "quorvel/controls/base_keys.h"
 #include "quorvel/controls/color.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/com.h"
 #include "quorvel/platform/controls.h"
 #include "quorvel/tooltip/xtooltip.h"
@@ -30,7 +31,13 @@ struct IRegExp;
 // field. The field passes its mouse messages in from its own window
 // procedure, and a host loop may pass them in as well through
 // PreTranslateMessage: each message reaches the tooltip once.
-class QV_API FieldTooltip {
+//
+// A screen reader hears the tooltip's text, tags removed, as the field's
+// description. The field is a qv::AccessibleSource through this class; the
+// base is virtual, so a derived field that answers more questions may name
+// qv::AccessibleSource among its bases again, virtually, and still be one
+// source.
+class QV_API FieldTooltip : public virtual AccessibleSource {
 public:
     FieldTooltip();
     virtual ~FieldTooltip();
@@ -46,6 +53,9 @@ public:
 
     XTooltip* GetTooltip() const noexcept { return m_tooltip.get(); }
     const std::wstring& GetTooltipText() const noexcept { return m_text; }
+
+    // qv::AccessibleSource: the tooltip's text as plain text, for the field itself.
+    bool AccessibleDescription(long child, std::wstring& description) override;
 
 protected:
     // Makes the tooltip of `owner` unless there is one (with the repeating

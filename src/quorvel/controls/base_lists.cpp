@@ -1,12 +1,28 @@
 #include "quorvel/controls/base_lists.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 #include <cwchar>
 
 #include "quorvel/common/boundary.h"
 #include "quorvel/controls/input_rules.h"
+#include "quorvel/controls/reader_state.h"
 #include "quorvel/frame/siblings.h"
+#include "quorvel/frame/zt_lang.h"
 #include "quorvel/platform/gdi.h"
+
+namespace {
+
+// The default action of a check-list item: what a click on its box does.
+bool CheckItemAction(const qv::CheckListBox& list, long child, std::wstring& action) {
+    if (child < 1 || child > list.GetCount()) return false;
+    const bool checked = list.GetCheck(static_cast<int>(child - 1)) != 0;
+    action = CoTranslateText(checked ? L"Uncheck" : L"Check");
+    return true;
+}
+
+}  // namespace
 
 // ---- XBaseComboBox ------------------------------------------------------------------
 
@@ -59,6 +75,20 @@ void XBaseComboBox::OnSetFocus(HWND) {
 void XBaseComboBox::OnDestroy() {
     DestroyTooltip();
     Default();
+}
+
+bool XBaseComboBox::AccessibleRole(long child, long& role) {
+    if (child != 0) return false;
+    role = ROLE_SYSTEM_COMBOBOX;
+    return true;
+}
+
+bool XBaseComboBox::AccessibleState(long child, long& state) {
+    if (child != 0) return false;
+    const bool open = SendMessage(CB_GETDROPPEDSTATE) != 0;
+    state = qv::ReaderWindowState(m_hWnd, true) | (open ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED) |
+            STATE_SYSTEM_HASPOPUP;
+    return true;
 }
 
 // ---- XBaseEditComboBox ------------------------------------------------------------------
@@ -121,6 +151,18 @@ void XBaseListBox::OnSetFocus(HWND) {
     qv::NotifyParentSetFocus(m_hWnd);
 }
 
+bool XBaseListBox::AccessibleRole(long child, long& role) {
+    if (child != 0) return false;
+    role = ROLE_SYSTEM_LIST;
+    return true;
+}
+
+bool XBaseListBox::AccessibleState(long child, long& state) {
+    if (child != 0) return false;
+    state = qv::ReaderWindowState(m_hWnd, true);
+    return true;
+}
+
 // ---- XBaseCheckListBox -------------------------------------------------------------------
 
 XBaseCheckListBox::XBaseCheckListBox() : m_scheme(qv::kDefaultFieldTextColor, RGB(5, 0, 0)) {}
@@ -163,6 +205,14 @@ void XBaseCheckListBox::OnDestroy() {
 }
 
 HBRUSH XBaseCheckListBox::OnReflectCtlColor(HDC dc, UINT) { return m_scheme.Apply(dc); }
+
+bool XBaseCheckListBox::AccessibleDefaultAction(long child, std::wstring& action) {
+    return CheckItemAction(*this, child, action);
+}
+
+bool XBaseCheckListBox::AccessibleDoDefaultAction(long child) {
+    return child >= 1 && ToggleFromUser(static_cast<int>(child - 1));
+}
 
 // ---- XTabCheckListBox ---------------------------------------------------------------------
 
@@ -252,6 +302,14 @@ void XTabCheckListBox::DrawItem(DRAWITEMSTRUCT* dis) {
 
 void XTabCheckListBox::OnChar(UINT ch, UINT, UINT) {
     if (!qv::MoveFocusOnKey(m_hWnd, ch, true)) Default();
+}
+
+bool XTabCheckListBox::AccessibleDefaultAction(long child, std::wstring& action) {
+    return CheckItemAction(*this, child, action);
+}
+
+bool XTabCheckListBox::AccessibleDoDefaultAction(long child) {
+    return child >= 1 && ToggleFromUser(static_cast<int>(child - 1));
 }
 
 // ---- XBaseComboBoxColor --------------------------------------------------------------------

@@ -6,6 +6,12 @@
 // when they get the focus (WM_NOTIFY, NM_SETFOCUS). The combo boxes show
 // their text in a tooltip, the check-list box how many of its items are
 // checked.
+//
+// Screen readers: every field is named by its label and described by its
+// tooltip's text; the combo boxes report their text as value and whether
+// their list is open, the check-list boxes their items as check buttons
+// (see platform/checklistbox.h) whose default action checks or unchecks
+// them.
 #pragma once
 
 #include <windows.h>
@@ -37,6 +43,10 @@ public:
     // XTooltipOwnerKind: the tooltip sits below the combo box's field.
     int TooltipOwnerKind() const override { return kOwnerComboBox; }
 
+    // qv::AccessibleSource: a combo box, open or closed.
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+
 protected:
     BOOL CreateWithStyle(const std::wstring& text, UINT id, const RECT& rect, HFONT font, HWND parent, DWORD style);
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
@@ -65,7 +75,7 @@ private:
     std::unique_ptr<EditPart> m_editPart;
 };
 
-class QV_API XBaseListBox : public qv::ListBox {
+class QV_API XBaseListBox : public qv::ListBox, public virtual qv::AccessibleSource {
 public:
     // Child, visible, border, vertical scroll bar, group, tab stop,
     // LBS_NOTIFY, LBS_SORT, LBS_NOINTEGRALHEIGHT; WS_EX_CLIENTEDGE.
@@ -73,6 +83,10 @@ public:
 
     // FALSE for a null or destroyed parent. `text` becomes the window text.
     BOOL Create(const std::wstring& text, UINT id, const RECT& rect, HFONT font, HWND parent);
+
+    // qv::AccessibleSource: a list (its items are the list box's own).
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
 
 protected:
     void OnChar(UINT ch, UINT repCnt, UINT flags) override;     // WM_CHAR: Tab and Enter move on
@@ -102,6 +116,11 @@ public:
     void SetTextColor(unsigned long colour) override;
     void SetBkColor(unsigned long colour) override;
     const qv::ColorScheme& Scheme() const noexcept { return m_scheme; }
+
+    // qv::AccessibleSource: "Check" or "Uncheck" (translated), done as a
+    // click on the item's box.
+    bool AccessibleDefaultAction(long child, std::wstring& action) override;
+    bool AccessibleDoDefaultAction(long child) override;
 
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
@@ -141,6 +160,10 @@ public:
 
     // Draws an item's text with its tabs expanded.
     void DrawItem(DRAWITEMSTRUCT* dis) override;
+
+    // qv::AccessibleSource: as XBaseCheckListBox.
+    bool AccessibleDefaultAction(long child, std::wstring& action) override;
+    bool AccessibleDoDefaultAction(long child) override;
 
 protected:
     void OnChar(UINT ch, UINT repCnt, UINT flags) override;     // WM_CHAR: Tab and Enter move on

@@ -1,8 +1,12 @@
 #include "quorvel/controls/prompt.h"
 
+#include <oleacc.h>
+
 #include "quorvel/common/boundary.h"
 #include "quorvel/controls/help_text_rules.h"
+#include "quorvel/controls/reader_state.h"
 #include "quorvel/frame/zt_lang.h"
+#include "quorvel/tooltip/markup.h"
 
 XBasePrompt::XBasePrompt() : m_scheme(qv::kDefaultFieldTextColor, ::GetSysColor(COLOR_WINDOW)) {}
 
@@ -81,3 +85,42 @@ void XBasePrompt::OnDestroy() {
 }
 
 HBRUSH XBasePrompt::OnReflectCtlColor(HDC dc, UINT) { return m_scheme.Apply(dc); }
+
+LRESULT XBasePrompt::OnSetText(WPARAM, LPARAM) {
+    const LRESULT result = Default();
+    if (result) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_NAMECHANGE);
+    return result;
+}
+
+// ---- Screen readers ----------------------------------------------------------------
+
+bool XBasePrompt::AccessibleName(long child, std::wstring& name) {
+    if (child != 0) return false;
+    name = qv::AccessibleTextOf(m_hWnd);
+    return true;
+}
+
+bool XBasePrompt::AccessibleValue(long child, std::wstring& value) {
+    // A label: its text is its name, not a value to edit.
+    if (child != 0) return false;
+    value.clear();
+    return true;
+}
+
+bool XBasePrompt::AccessibleDescription(long child, std::wstring& description) {
+    if (child != 0 || m_strTooltipText.empty()) return false;
+    description = qv::MarkupPlainText(m_strTooltipText);
+    return true;
+}
+
+bool XBasePrompt::AccessibleRole(long child, long& role) {
+    if (child != 0) return false;
+    role = ROLE_SYSTEM_STATICTEXT;
+    return true;
+}
+
+bool XBasePrompt::AccessibleState(long child, long& state) {
+    if (child != 0) return false;
+    state = STATE_SYSTEM_READONLY | qv::ReaderWindowState(m_hWnd, false);
+    return true;
+}

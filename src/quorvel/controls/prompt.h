@@ -3,6 +3,11 @@
 // tooltip; F1 while it is up opens the document (the tooltip asks the prompt
 // for it). The read-only edit and the group-box caption use a prompt for
 // their text.
+//
+// A screen reader hears a prompt as a label: its text, cleaned of the
+// mnemonic marks and the mandatory star, as its name (announced again when
+// the text changes), no value, and the tooltip's text, tags removed, as its
+// description.
 #pragma once
 
 #include <windows.h>
@@ -13,10 +18,14 @@
 #include "quorvel/common/api.h"
 #include "quorvel/controls/base_keys.h"
 #include "quorvel/controls/color.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
 #include "quorvel/tooltip/xtooltip.h"
 
-class QV_API XBasePrompt : public qv::Edit, public XBaseColor, public XTooltipOwnerKind {
+class QV_API XBasePrompt : public qv::Edit,
+                           public XBaseColor,
+                           public XTooltipOwnerKind,
+                           public virtual qv::AccessibleSource {
 public:
     // Child, visible, group, multi-line, read-only.
     enum : DWORD { kStyle = 0x50020804 };
@@ -55,11 +64,19 @@ public:
     int TooltipOwnerKind() const override { return kOwnerPrompt; }
     std::wstring TooltipContextHelpFile() const override { return m_strContextHelpFile; }
 
+    // qv::AccessibleSource: a label named by its text, described by its tooltip.
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleValue(long child, std::wstring& value) override;
+    bool AccessibleDescription(long child, std::wstring& description) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     void OnMouseMove(UINT flags, POINT pt) override;                 // WM_MOUSEMOVE
     void OnDestroy() override;                                       // WM_DESTROY
     HBRUSH OnReflectCtlColor(HDC dc, UINT ctlColorMsg) override;     // reflected WM_CTLCOLOR*
+    LRESULT OnSetText(WPARAM wp, LPARAM lp) override;                // WM_SETTEXT: the name changes
 
 private:
     void Relay(const MSG& msg);

@@ -1,8 +1,11 @@
 #include "quorvel/controls/static_text.h"
 
+#include <oleacc.h>
+
 #include "quorvel/common/boundary.h"
 #include "quorvel/controls/base_keys.h"
 #include "quorvel/controls/help_text_rules.h"
+#include "quorvel/controls/reader_state.h"
 #include "quorvel/frame/services.h"
 #include "quorvel/frame/session.h"
 #include "quorvel/frame/zt_lang.h"
@@ -147,4 +150,31 @@ void XBaseStaticText::RelayEvent(UINT message, WPARAM wp, LPARAM lp) {
     if (!m_toolTip.IsWindow()) return;
     MSG msg{m_hWnd, message, wp, lp, 0, {static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))}};
     m_toolTip.RelayEvent(&msg);
+}
+
+LRESULT XBaseStaticText::OnSetText(WPARAM, LPARAM) {
+    const LRESULT result = Default();
+    if (result) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_NAMECHANGE);
+    return result;
+}
+
+// ---- Screen readers ----------------------------------------------------------------
+
+bool XBaseStaticText::AccessibleDescription(long child, std::wstring& description) {
+    // The standard tooltip shows its text as it is (no mark-up): so does the reader.
+    if (child != 0 || m_strTipText.empty() || !m_toolTip.IsWindow()) return false;
+    description = m_strTipText;
+    return true;
+}
+
+bool XBaseStaticText::AccessibleRole(long child, long& role) {
+    if (child != 0) return false;
+    role = ROLE_SYSTEM_STATICTEXT;
+    return true;
+}
+
+bool XBaseStaticText::AccessibleState(long child, long& state) {
+    if (child != 0) return false;
+    state = STATE_SYSTEM_READONLY | qv::ReaderWindowState(m_hWnd, false);
+    return true;
 }

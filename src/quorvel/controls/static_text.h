@@ -4,6 +4,10 @@
 // in the user's help folder or a web page.
 //
 // XBaseStatictextColor: the same label in colours the host sets.
+//
+// A screen reader hears the label's text, cleaned of the mnemonic marks and
+// the mandatory star, as its name (announced again when the text changes)
+// and the help text its tooltip shows as its description.
 #pragma once
 
 #include <windows.h>
@@ -12,9 +16,10 @@
 
 #include "quorvel/common/api.h"
 #include "quorvel/controls/color.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
 
-class QV_API XBaseStaticText : public qv::Static {
+class QV_API XBaseStaticText : public qv::Static, public virtual qv::AccessibleSource {
 public:
     // Child, visible, group, SS_NOTIFY (the label hears the mouse).
     enum : DWORD { kStyle = 0x50020100 };
@@ -57,11 +62,18 @@ public:
     // procedure sees it.
     BOOL PreTranslateMessage(MSG* msg);
 
+    // qv::AccessibleSource: a label described by its help text (its name is
+    // its text, as for any static).
+    bool AccessibleDescription(long child, std::wstring& description) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     void OnChar(UINT ch, UINT repCnt, UINT flags) override;          // WM_CHAR
     void OnMouseMove(UINT flags, POINT pt) override;                 // WM_MOUSEMOVE
     void OnDestroy() override;                                       // WM_DESTROY
+    LRESULT OnSetText(WPARAM wp, LPARAM lp) override;                // WM_SETTEXT: the name changes
 
 private:
     // Shows `text` through `tip`, creating the tooltip for this label first.

@@ -1,10 +1,34 @@
 #include "quorvel/lists/check_combo.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 #include <set>
 
 #include "quorvel/common/boundary.h"
+#include "quorvel/controls/reader_state.h"
+#include "quorvel/frame/zt_lang.h"
 #include "quorvel/platform/gdi.h"
+
+namespace {
+
+// What a reader's default action does to an entry: check it or uncheck it.
+std::wstring CheckActionText(bool checked) {
+    const wchar_t* text = ::CoTranslateText(checked ? L"Uncheck" : L"Check");
+    return text ? text : L"";
+}
+
+// An entry of the list, for a reader: a check button, checked or not, and
+// selected when it is the list's selection.
+long EntryState(bool checked, bool selected, bool shown) {
+    long state = STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE;
+    if (checked) state |= STATE_SYSTEM_CHECKED;
+    if (selected) state |= STATE_SYSTEM_SELECTED | (shown ? STATE_SYSTEM_FOCUSED : 0);
+    if (!shown) state |= STATE_SYSTEM_INVISIBLE;
+    return state;
+}
+
+}  // namespace
 
 // ---------------------------------------------------------------------------
 // XComboCheckListBox
@@ -21,8 +45,10 @@ bool XComboCheckListBox::Attach(HWND hwnd) try {
 
 bool XComboCheckListBox::SetCheck(int index, int check) {
     if (index < 0 || static_cast<size_t>(index) >= m_checks.size() || check < 0 || check > 1) return false;
+    const bool changed = m_checks[static_cast<size_t>(index)] != check;
     m_checks[static_cast<size_t>(index)] = check;
     InvalidateItem(index);
+    if (changed) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_STATECHANGE, index + 1);
     return true;
 }
 
@@ -39,8 +65,9 @@ void XComboCheckListBox::DrawListItem(const DRAWITEMSTRUCT* dis) {
         return;
     }
     const int index = static_cast<int>(dis->itemID);
+    const UINT dpi = Dpi();
     RECT text = rc;
-    text.left = (std::min)(rc.right, rc.left + CheckAreaWidth());
+    text.left = (std::min)(rc.right, rc.left + CheckAreaWidth(dpi));
     if (dis->itemAction & (ODA_DRAWENTIRE | ODA_SELECT)) {
         // The combo box's field colours, so a coloured combo box's list matches its field.
         const COLORREF fg = m_combo ? m_combo->FieldTextColor() : ::GetSysColor(COLOR_WINDOWTEXT);
@@ -48,8 +75,10 @@ void XComboCheckListBox::DrawListItem(const DRAWITEMSTRUCT* dis) {
         qv::Brush bkBrush(::CreateSolidBrush(bk));
         RECT area{rc.left, rc.top, text.left, rc.bottom};
         ::FillRect(dc, &area, bkBrush.get());
-        const int top = rc.top + (rc.bottom - rc.top - kCheckSize) / 2;
-        RECT box{rc.left + 1, top, rc.left + 1 + kCheckSize, top + kCheckSize};
+        const int size = CheckSize(dpi);
+        const int left = rc.left + qv::ScaleToDpi(1, dpi);
+        const int top = rc.top + (rc.bottom - rc.top - size) / 2;
+        RECT box{left, top, left + size, top + size};
         ::DrawFrameControl(dc, &box, DFC_BUTTON, DFCS_BUTTONCHECK | (GetCheck(index) == 1 ? DFCS_CHECKED : 0));
 
         const bool selected = (dis->itemState & ODS_SELECTED) != 0;
@@ -58,7 +87,7 @@ void XComboCheckListBox::DrawListItem(const DRAWITEMSTRUCT* dis) {
         const int oldMode = ::SetBkMode(dc, TRANSPARENT);
         const std::wstring s = GetText(index);
         RECT inner = text;
-        inner.left += 2;
+        inner.left += qv::ScaleToDpi(2, dpi);
         ::DrawTextW(dc, s.c_str(), static_cast<int>(s.size()), &inner, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_LEFT);
         ::SetBkMode(dc, oldMode);
         ::SetTextColor(dc, oldColor);
@@ -104,7 +133,8 @@ bool XComboCheckListBox::HandleBoxClick(POINT pt) {
     if (outside || index < 0 || index >= GetCount()) return false;
     RECT rc{};
     if (GetItemRect(index, rc) == LB_ERR || pt.y < rc.top || pt.y >= rc.bottom) return false;
-    if (pt.x < rc.left || pt.x >= rc.left + kCheckSize + 2) return false;
+    const UINT dpi = Dpi();
+    if (pt.x < rc.left || pt.x >= rc.left + CheckSize(dpi) + qv::ScaleToDpi(2, dpi)) return false;
     SetCurSel(index);
     Toggle(index);
     return true;
@@ -158,6 +188,67 @@ void XComboCheckListBox::Toggle(int index) {
 void XComboCheckListBox::InvalidateItem(int index) {
     RECT rc{};
     if (m_hWnd && GetItemRect(index, rc) != LB_ERR) ::InvalidateRect(m_hWnd, &rc, FALSE);
+}
+
+UINT XComboCheckListBox::Dpi() const {
+    return qv::DpiOf(m_combo && m_combo->m_hWnd ? m_combo->m_hWnd : m_hWnd);
+}
+
+bool XComboCheckListBox::AccessibleChildCount(long& count) {
+    count = (std::max)(GetCount(), 0);
+    return true;
+}
+
+bool XComboCheckListBox::AccessibleName(long child, std::wstring& name) {
+    if (child < 1 || child > GetCount()) return false;
+    name = GetText(static_cast<int>(child - 1));
+    return true;
+}
+
+bool XComboCheckListBox::AccessibleRole(long child, long& role) {
+    if (child < 0 || child > GetCount()) return false;
+    role = child == 0 ? ROLE_SYSTEM_LIST : ROLE_SYSTEM_CHECKBUTTON;
+    return true;
+}
+
+bool XComboCheckListBox::AccessibleState(long child, long& state) {
+    const bool shown = IsWindowVisible();
+    if (child == 0) {
+        state = shown ? 0 : STATE_SYSTEM_INVISIBLE;
+        return true;
+    }
+    const int index = static_cast<int>(child - 1);
+    if (index < 0 || index >= GetCount()) return false;
+    state = EntryState(GetCheck(index) == 1, GetCurSel() == index, shown);
+    RECT item{}, client = GetClientRect(), seen{};
+    if (shown && (GetItemRect(index, item) == LB_ERR || !::IntersectRect(&seen, &item, &client)))
+        state |= STATE_SYSTEM_OFFSCREEN;
+    return true;
+}
+
+bool XComboCheckListBox::AccessibleItemRect(long child, RECT& rect) {
+    if (child < 1 || child > GetCount()) return false;
+    return GetItemRect(static_cast<int>(child - 1), rect) != LB_ERR;
+}
+
+bool XComboCheckListBox::AccessibleHitTest(POINT client, long& child) {
+    bool outside = true;
+    const int index = static_cast<int>(ItemFromPoint(client, outside));
+    if (outside || index < 0 || index >= GetCount()) return false;
+    child = index + 1;
+    return true;
+}
+
+bool XComboCheckListBox::AccessibleDefaultAction(long child, std::wstring& action) {
+    if (child < 1 || child > GetCount()) return false;
+    action = CheckActionText(GetCheck(static_cast<int>(child - 1)) == 1);
+    return true;
+}
+
+bool XComboCheckListBox::AccessibleDoDefaultAction(long child) {
+    if (child < 1 || child > GetCount()) return false;
+    Toggle(static_cast<int>(child - 1));
+    return true;
 }
 
 // ---------------------------------------------------------------------------
@@ -243,13 +334,24 @@ std::wstring XCheckComboBox::GetFieldText() const try {
 }
 
 void XCheckComboBox::ApplyState(const std::wstring& text, bool checked) {
+    const std::wstring before = m_hWnd ? GetFieldText() : std::wstring();
+    const auto known = m_checks.find(text);
+    const bool changed = known == m_checks.end() || known->second != checked;
     m_checks[text] = checked;
     if (m_list.m_hWnd) {
         const int count = GetCount();
         for (int i = 0; i < count; ++i)
             if (GetLBText(i) == text) m_list.SetCheck(i, checked ? 1 : 0);
     }
-    if (m_hWnd) ::InvalidateRect(m_hWnd, nullptr, FALSE);
+    if (!m_hWnd) return;
+    ::InvalidateRect(m_hWnd, nullptr, FALSE);
+    // Every entry of the text changed with it; the field's text may have too.
+    if (changed) {
+        const int count = GetCount();
+        for (int i = 0; i < count; ++i)
+            if (GetLBText(i) == text) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_STATECHANGE, i + 1);
+    }
+    if (GetFieldText() != before) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);
 }
 
 void XCheckComboBox::ToggleFromList(int index) {
@@ -298,7 +400,9 @@ void XCheckComboBox::DrawField(const DRAWITEMSTRUCT* dis) {
     const UINT oldAlign = ::SetTextAlign(dc, TA_LEFT | TA_TOP);
     // Filling with ExtTextOut's opaque rectangle first, then the clipped text.
     ::ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &rc, nullptr, 0, nullptr);
-    ::ExtTextOutW(dc, rc.left + 3, rc.top + 1, ETO_CLIPPED, &rc, text.c_str(), static_cast<UINT>(text.size()), nullptr);
+    const UINT dpi = qv::DpiOf(m_hWnd);
+    ::ExtTextOutW(dc, rc.left + qv::ScaleToDpi(3, dpi), rc.top + qv::ScaleToDpi(1, dpi), ETO_CLIPPED, &rc, text.c_str(),
+                  static_cast<UINT>(text.size()), nullptr);
     ::SetTextAlign(dc, oldAlign);
     ::SetBkColor(dc, oldBk);
     ::SetTextColor(dc, oldText);
@@ -319,7 +423,9 @@ void XCheckComboBox::MeasureItem(MEASUREITEMSTRUCT* mis) {
     qv::SelectObjectScope font(dc, GetFont());
     SIZE size{};
     ::GetTextExtentPoint32W(dc, L"Test", 4, &size);
-    mis->itemHeight = static_cast<UINT>((std::max)(static_cast<int>(size.cy), XComboCheckListBox::kCheckSize + 2));
+    const UINT dpi = qv::DpiOf(m_hWnd);
+    mis->itemHeight = static_cast<UINT>(
+        (std::max)(static_cast<int>(size.cy), XComboCheckListBox::CheckSize(dpi) + qv::ScaleToDpi(2, dpi)));
 }
 
 LRESULT XCheckComboBox::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
@@ -351,7 +457,76 @@ LRESULT XCheckComboBox::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
 
 bool XCheckComboBox::OnReflectCommand(UINT notifyCode) {
     if (notifyCode == CBN_DROPDOWN) OnDropdown();
+    // With nothing checked the field shows the selection: a new value.
+    if (notifyCode == CBN_SELCHANGE) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);
     return false;  // the parent hears it too
+}
+
+void XCheckComboBox::OnDpiChanged(UINT) {
+    MEASUREITEMSTRUCT mis{ODT_COMBOBOX, static_cast<UINT>(GetDlgCtrlID()), 0, 0, 0, 0};
+    MeasureItem(&mis);
+    SetItemHeight(0, mis.itemHeight);
+    Invalidate(false);
+}
+
+// ---- Screen readers ----------------------------------------------------------------
+
+bool XCheckComboBox::AccessibleValue(long child, std::wstring& value) {
+    if (child != 0) return false;
+    value = GetFieldText();
+    return true;
+}
+
+bool XCheckComboBox::AccessibleRole(long child, long& role) {
+    if (child < 0 || child > GetCount()) return false;
+    role = child == 0 ? ROLE_SYSTEM_COMBOBOX : ROLE_SYSTEM_CHECKBUTTON;
+    return true;
+}
+
+bool XCheckComboBox::AccessibleState(long child, long& state) {
+    const bool open = SendMessage(CB_GETDROPPEDSTATE) != 0;
+    if (child == 0) {
+        state = qv::ReaderWindowState(m_hWnd, true) | STATE_SYSTEM_HASPOPUP |
+                (open ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED);
+        return true;
+    }
+    const int index = static_cast<int>(child - 1);
+    if (index < 0 || index >= GetCount()) return false;
+    // The entries are on the screen while the list is open.
+    state = EntryState(GetCheck(index) == 1, GetCurSel() == index, open);
+    return true;
+}
+
+bool XCheckComboBox::AccessibleChildCount(long& count) {
+    count = (std::max)(GetCount(), 0);
+    return true;
+}
+
+bool XCheckComboBox::AccessibleName(long child, std::wstring& name) {
+    // The combo box itself is named by its label.
+    if (child < 1 || child > GetCount()) return false;
+    name = GetLBText(static_cast<int>(child - 1));
+    return true;
+}
+
+bool XCheckComboBox::AccessibleItemRect(long child, RECT& rect) {
+    // Where the open list shows the entry; a closed list shows none.
+    if (child < 1 || child > GetCount() || !m_list.m_hWnd || !SendMessage(CB_GETDROPPEDSTATE)) return false;
+    if (m_list.GetItemRect(static_cast<int>(child - 1), rect) == LB_ERR) return false;
+    ::MapWindowPoints(m_list.m_hWnd, m_hWnd, reinterpret_cast<POINT*>(&rect), 2);
+    return true;
+}
+
+bool XCheckComboBox::AccessibleDefaultAction(long child, std::wstring& action) {
+    if (child < 1 || child > GetCount()) return false;
+    action = CheckActionText(GetCheck(static_cast<int>(child - 1)) == 1);
+    return true;
+}
+
+bool XCheckComboBox::AccessibleDoDefaultAction(long child) {
+    if (child < 1 || child > GetCount()) return false;
+    const int index = static_cast<int>(child - 1);
+    return SetCheck(index, GetCheck(index) != 1);
 }
 
 bool XCheckComboBox::OnReflectDrawItem(DRAWITEMSTRUCT* dis) {

@@ -19,6 +19,17 @@
 // order and joined by ", "; with nothing checked it shows the selected
 // entry's text (or nothing). The form reads the result with GetCheck(index)
 // or IsChecked(text), or all of it with GetCheckedText().
+//
+// DPI: the check box, its column, the smallest item height and the field's
+// text inset are sizes at 96 DPI scaled to the combo box's DPI; the items
+// are measured again when that changes.
+//
+// Screen readers: the combo box is named by its label and reports what its
+// field shows as its value (the checked entries, or the selected one when
+// none is checked). Its entries, and the items of the open list, are check
+// buttons named by their text, checked or not; every change of a check is
+// announced for the entry (child index + 1) and, when the field's text
+// changes with it, as a new value of the combo box.
 #pragma once
 
 #include <map>
@@ -27,16 +38,18 @@
 
 #include "quorvel/common/api.h"
 #include "quorvel/controls/color.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
+#include "quorvel/platform/dpi.h"
 
 class XCheckComboBox;
 
 // The drop-down list of an XCheckComboBox: draws a check box before every
 // item and turns clicks on the box and Space into toggles of its combo box's
 // shared states. Its own per-item states mirror the combo box's.
-class QV_API XComboCheckListBox : public qv::ListBox {
+class QV_API XComboCheckListBox : public qv::ListBox, public virtual qv::AccessibleSource {
 public:
-    // Side of the check box in pixels.
+    // Side of the check box in pixels at 96 DPI.
     enum : int { kCheckSize = 13 };
 
     explicit XComboCheckListBox(XCheckComboBox* combo = nullptr) noexcept : m_combo(combo) {}
@@ -52,8 +65,21 @@ public:
     // Draws an item: the box at the left, then the text. The list sends its
     // WM_DRAWITEM to the combo box, which hands it here.
     void DrawListItem(const DRAWITEMSTRUCT* dis);
-    // The width of the box column at the left of each item.
-    static int CheckAreaWidth() noexcept { return kCheckSize + 4; }
+    // The side of the box and the width of the box column at the left of
+    // each item, at `dpi`.
+    static int CheckSize(UINT dpi = qv::kBaseDpi) noexcept { return qv::ScaleToDpi(kCheckSize, dpi); }
+    static int CheckAreaWidth(UINT dpi = qv::kBaseDpi) noexcept { return CheckSize(dpi) + qv::ScaleToDpi(4, dpi); }
+
+    // qv::AccessibleSource: the items as check buttons (children 1..n) whose
+    // default action checks or unchecks them.
+    bool AccessibleChildCount(long& count) override;
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+    bool AccessibleItemRect(long child, RECT& rect) override;
+    bool AccessibleHitTest(POINT client, long& child) override;
+    bool AccessibleDefaultAction(long child, std::wstring& action) override;
+    bool AccessibleDoDefaultAction(long child) override;
 
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
@@ -68,13 +94,15 @@ private:
     bool HandleBoxClick(POINT pt);
     void Toggle(int index);
     void InvalidateItem(int index);
+    // The DPI the items are measured at: the combo box's.
+    UINT Dpi() const;
 
     XCheckComboBox* m_combo;
     std::vector<int> m_checks;
     bool m_swallowUp = false;  // the button-up of a box click
 };
 
-class QV_API XCheckComboBox : public qv::ComboBox {
+class QV_API XCheckComboBox : public qv::ComboBox, public virtual qv::AccessibleSource, public qv::DpiListener {
 public:
     XCheckComboBox();
     ~XCheckComboBox() override;
@@ -105,6 +133,20 @@ public:
 
     // The list, once taken over; null before.
     XComboCheckListBox* GetCheckList() noexcept { return m_list.m_hWnd ? &m_list : nullptr; }
+
+    // qv::DpiListener: the items are measured again.
+    void OnDpiChanged(UINT dpi) override;
+
+    // qv::AccessibleSource: a combo box whose value is the field's text and
+    // whose entries are check buttons (children 1..n).
+    bool AccessibleValue(long child, std::wstring& value) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+    bool AccessibleChildCount(long& count) override;
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleItemRect(long child, RECT& rect) override;
+    bool AccessibleDefaultAction(long child, std::wstring& action) override;
+    bool AccessibleDoDefaultAction(long child) override;
 
 protected:
     // WM_CTLCOLOR* the combo box receives for its list: takes the list over

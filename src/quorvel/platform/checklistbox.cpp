@@ -1,5 +1,7 @@
 #include "quorvel/platform/checklistbox.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 
 #include "quorvel/common/boundary.h"
@@ -15,6 +17,16 @@ bool IsListBoxClass(HWND hwnd) {
     wchar_t name[16] = {};
     ::GetClassNameW(hwnd, name, 16);
     return ::lstrcmpiW(name, L"ListBox") == 0;
+}
+
+// The list as a whole, for a reader: shown, enabled, focused.
+long ListWindowState(HWND hwnd) {
+    long state = 0;
+    if (!::IsWindowVisible(hwnd)) state |= STATE_SYSTEM_INVISIBLE;
+    if (::IsWindowEnabled(hwnd)) state |= STATE_SYSTEM_FOCUSABLE;
+    else state |= STATE_SYSTEM_UNAVAILABLE;
+    if (::GetFocus() == hwnd) state |= STATE_SYSTEM_FOCUSED;
+    return state;
 }
 
 }  // namespace
@@ -59,8 +71,11 @@ bool CheckListBox::SetCheckStyle(UINT style) {
 bool CheckListBox::SetCheck(int index, int check) {
     if (index < 0 || static_cast<size_t>(index) >= m_items.size() || check < 0 || check > 2) return false;
     if (check == 2 && m_checkStyle != BS_3STATE && m_checkStyle != BS_AUTO3STATE) return false;
+    const bool changed = m_items[static_cast<size_t>(index)].check != check;
     m_items[static_cast<size_t>(index)].check = check;
     InvalidateItem(index);
+    // However the check changed (mouse, Space, the host), a reader hears it.
+    if (changed) RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_STATECHANGE, index + 1);
     return true;
 }
 
@@ -85,8 +100,12 @@ int CheckListBox::CalcMinimumItemHeight() const {
     SelectObjectScope font(dc, GetFont());
     TEXTMETRICW tm{};
     ::GetTextMetricsW(dc, &tm);
-    return (std::max)(static_cast<int>(tm.tmHeight), kCheckSize + 2);
+    return (std::max)(static_cast<int>(tm.tmHeight), GetCheckSize() + Scale(m_hWnd, 2));
 }
+
+int CheckListBox::GetCheckSize() const { return Scale(m_hWnd, kCheckSize); }
+
+int CheckListBox::GetCheckAreaWidth() const { return GetCheckSize() + Scale(m_hWnd, 4); }
 
 void CheckListBox::MeasureItem(MEASUREITEMSTRUCT*) {
     // itemHeight comes in as CalcMinimumItemHeight(), which suits plain text.
@@ -104,7 +123,7 @@ void CheckListBox::DrawItem(DRAWITEMSTRUCT* dis) {
         const int oldMode = ::SetBkMode(dc, TRANSPARENT);
         const std::wstring text = GetText(static_cast<int>(dis->itemID));
         RECT textRect = rc;
-        textRect.left += 2;
+        textRect.left += Scale(m_hWnd, 2);
         ::DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &textRect,
                     DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_LEFT);
         ::SetBkMode(dc, oldMode);
@@ -122,14 +141,17 @@ bool CheckListBox::OnReflectDrawItem(DRAWITEMSTRUCT* dis) {
     }
     if (dis->itemAction & (ODA_DRAWENTIRE | ODA_SELECT)) {
         RECT area = dis->rcItem;
-        area.right = (std::min)(area.right, area.left + GetCheckAreaWidth());
+        const int areaWidth = GetCheckAreaWidth();
+        area.right = (std::min)(area.right, area.left + areaWidth);
         ::FillRect(dis->hDC, &area, ::GetSysColorBrush(COLOR_WINDOW));
         const int index = static_cast<int>(dis->itemID);
         const int check = GetCheck(index);
         UINT state = check == 2 ? DFCS_BUTTON3STATE | DFCS_CHECKED : DFCS_BUTTONCHECK | (check == 1 ? DFCS_CHECKED : 0);
         if (!IsEnabled(index) || (dis->itemState & ODS_DISABLED)) state |= DFCS_INACTIVE;
-        const int top = dis->rcItem.top + (dis->rcItem.bottom - dis->rcItem.top - kCheckSize) / 2;
-        RECT box{dis->rcItem.left + 1, top, dis->rcItem.left + 1 + kCheckSize, top + kCheckSize};
+        const int size = GetCheckSize();
+        const int left = dis->rcItem.left + Scale(m_hWnd, 1);
+        const int top = dis->rcItem.top + (dis->rcItem.bottom - dis->rcItem.top - size) / 2;
+        RECT box{left, top, left + size, top + size};
         ::DrawFrameControl(dis->hDC, &box, DFC_BUTTON, state);
     }
     DRAWITEMSTRUCT textPart = *dis;
@@ -193,7 +215,7 @@ bool CheckListBox::HandleClick(POINT pt) {
     if (!IsEnabled(index)) return true;  // swallowed: a disabled item cannot even be selected
     RECT rc{};
     GetItemRect(index, rc);
-    const bool inBox = pt.x >= rc.left && pt.x < rc.left + kCheckSize + 2;
+    const bool inBox = pt.x >= rc.left && pt.x < rc.left + GetCheckSize() + Scale(m_hWnd, 2);
     if (!inBox || !IsAutomatic()) return false;
     // In a multiple-selection list a click on a selected item's box changes
     // the whole selection and keeps it; otherwise the item is also selected.
@@ -220,12 +242,14 @@ void CheckListBox::OnKeyDown(UINT vk, UINT, UINT) {
             lead = GetCurSel();
         }
     }
-    if (lead < 0 || lead >= GetCount() || !IsEnabled(lead)) {
-        Default();
-        return;
-    }
-    ToggleByUser(lead);
+    if (!ToggleFromUser(lead)) Default();
+}
+
+bool CheckListBox::ToggleFromUser(int index) {
+    if (index < 0 || index >= GetCount() || !IsEnabled(index) || !IsAutomatic()) return false;
+    ToggleByUser(index);
     NotifyCheckChange();
+    return true;
 }
 
 void CheckListBox::ToggleByUser(int index) {
@@ -251,6 +275,67 @@ LRESULT CheckListBox::OnSetFont(WPARAM, LPARAM) {
     const LRESULT r = Default();
     UpdateItemHeight();
     return r;
+}
+
+void CheckListBox::OnDpiChanged(UINT) {
+    UpdateItemHeight();
+    Invalidate(false);
+}
+
+// ---- Screen readers ----------------------------------------------------------------
+
+bool CheckListBox::AccessibleChildCount(long& count) {
+    count = (std::max)(GetCount(), 0);
+    return true;
+}
+
+bool CheckListBox::AccessibleName(long child, std::wstring& name) {
+    // The list itself is named by its label.
+    if (child < 1 || child > GetCount()) return false;
+    name = GetText(static_cast<int>(child - 1));
+    return true;
+}
+
+bool CheckListBox::AccessibleRole(long child, long& role) {
+    if (child < 0 || child > GetCount()) return false;
+    role = child == 0 ? ROLE_SYSTEM_LIST : ROLE_SYSTEM_CHECKBUTTON;
+    return true;
+}
+
+bool CheckListBox::AccessibleState(long child, long& state) {
+    if (child == 0) {
+        state = ListWindowState(m_hWnd);
+        return true;
+    }
+    const int index = static_cast<int>(child - 1);
+    if (index < 0 || index >= GetCount()) return false;
+    state = STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE;
+    const int check = GetCheck(index);
+    if (check == 1) state |= STATE_SYSTEM_CHECKED;
+    if (check == 2) state |= STATE_SYSTEM_MIXED;
+    if (!IsEnabled(index) || !IsWindowEnabled()) state |= STATE_SYSTEM_UNAVAILABLE;
+    const bool multi = (GetStyle() & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0;
+    if (multi ? GetSel(index) > 0 : GetCurSel() == index) state |= STATE_SYSTEM_SELECTED;
+    if (::GetFocus() == m_hWnd && GetCaretIndex() == index) state |= STATE_SYSTEM_FOCUSED;
+    // Scrolled out of the list: there, but not on the screen.
+    RECT item{}, client = GetClientRect(), seen{};
+    if (!IsWindowVisible()) state |= STATE_SYSTEM_INVISIBLE;
+    else if (GetItemRect(index, item) == LB_ERR || !::IntersectRect(&seen, &item, &client))
+        state |= STATE_SYSTEM_OFFSCREEN;
+    return true;
+}
+
+bool CheckListBox::AccessibleItemRect(long child, RECT& rect) {
+    if (child < 1 || child > GetCount()) return false;
+    return GetItemRect(static_cast<int>(child - 1), rect) != LB_ERR;
+}
+
+bool CheckListBox::AccessibleHitTest(POINT client, long& child) {
+    bool outside = true;
+    const int index = static_cast<int>(ItemFromPoint(client, outside));
+    if (outside || index < 0 || index >= GetCount()) return false;
+    child = index + 1;
+    return true;
 }
 
 void CheckListBox::SyncItems() {

@@ -17,12 +17,24 @@
 // (the item rectangle given to it starts after the box), so a derived class
 // can draw its text differently. MeasureItem's answer is raised to
 // CalcMinimumItemHeight().
+//
+// DPI: the box, the column it stands in and the smallest item height are
+// sizes at 96 DPI scaled to the list's DPI; a list that moves to a monitor
+// of another DPI measures its items again.
+//
+// Screen readers: the items are the list's children 1..n, check buttons
+// named by their text, checked, mixed (indeterminate) or neither, selected
+// and focused as the list box shows them; every change of an item's check,
+// by the mouse, Space or SetCheck, is announced for that item.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "quorvel/common/api.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
+#include "quorvel/platform/dpi.h"
 
 // Notification code sent with WM_COMMAND when the user changed a check.
 #ifndef CLBN_CHKCHANGE
@@ -31,9 +43,9 @@
 
 namespace qv {
 
-class QV_API CheckListBox : public ListBox {
+class QV_API CheckListBox : public ListBox, public virtual AccessibleSource, public DpiListener {
 public:
-    // Side of the check box in pixels.
+    // Side of the check box in pixels at 96 DPI (GetCheckSize: at the list's DPI).
     enum : int { kCheckSize = 13 };
 
     bool Create(DWORD style, const RECT& rect, HWND parent, UINT id);
@@ -55,16 +67,33 @@ public:
 
     // The smallest item height that shows the box and the text: the height
     // of the list box's font, but at least the box plus one pixel above and
-    // below (kCheckSize + 2).
+    // below (kCheckSize + 2), both at the list's DPI.
     int CalcMinimumItemHeight() const;
+    // The side of the check box at the list's DPI.
+    int GetCheckSize() const;
+
+    // qv::DpiListener: the item height is measured again.
+    void OnDpiChanged(UINT dpi) override;
+
+    // qv::AccessibleSource: the items as check buttons (children 1..n).
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleChildCount(long& count) override;
+    bool AccessibleItemRect(long child, RECT& rect) override;
+    bool AccessibleHitTest(POINT client, long& child) override;
 
 protected:
     // Draws the text part of an item; dis->rcItem starts after the box.
     virtual void DrawItem(DRAWITEMSTRUCT* dis);
     // The height of an item; raised to CalcMinimumItemHeight() afterwards.
     virtual void MeasureItem(MEASUREITEMSTRUCT* mis);
-    // The width of the box column at the left of each item.
-    int GetCheckAreaWidth() const noexcept { return kCheckSize + 4; }
+    // The width of the box column at the left of each item, at the list's DPI.
+    int GetCheckAreaWidth() const;
+    // Toggles the item as a click on its box does (the selection with it in
+    // a multiple-selection list) and tells the parent; false for an invalid
+    // or disabled item, or a style that leaves checks to SetCheck.
+    bool ToggleFromUser(int index);
 
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     bool OnReflectDrawItem(DRAWITEMSTRUCT* dis) override;
