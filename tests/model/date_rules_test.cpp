@@ -25,6 +25,30 @@ TEST(DateRulesTest, FieldLayoutFixedOrStretched) {
     }
 }
 
+TEST(DateRulesTest, LayoutScalesWithTheDpi) {
+    struct Case {
+        unsigned dpi;
+        df::FieldSizes sizes;
+        Box laid;              // a 10 x 10 caller's rectangle at (5, 5), made the minimum size
+        Box fixedTime;         // the fixed time picker in a 400 x 40 area
+        Box stretchedDate;     // the stretched date picker in 400 x 40
+    } cases[] = {
+        {96, {100, 20, 5}, {5, 5, 210, 25}, {105, 0, 205, 40}, {0, 0, 197, 40}},
+        {0, {100, 20, 5}, {5, 5, 210, 25}, {105, 0, 205, 40}, {0, 0, 197, 40}},  // unknown DPI: 96
+        {144, {150, 30, 8}, {5, 5, 313, 35}, {158, 0, 308, 40}, {0, 0, 196, 40}},
+        {192, {200, 40, 10}, {5, 5, 415, 45}, {210, 0, 410, 40}, {0, 0, 195, 40}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.dpi);
+        EXPECT_EQ(df::FieldSizesForDpi(c.dpi), c.sizes);
+        EXPECT_EQ(df::LayoutRect(Box{5, 5, 15, 15}, c.dpi), c.laid);
+        EXPECT_EQ(df::FieldLayout(400, 40, false, c.dpi).time, c.fixedTime);
+        EXPECT_EQ(df::FieldLayout(400, 40, true, c.dpi).date, c.stretchedDate);
+        // A caller's rectangle that is large enough stays as it is.
+        EXPECT_EQ(df::LayoutRect(Box{0, 0, 500, 60}, c.dpi), (Box{0, 0, 500, 60}));
+    }
+}
+
 TEST(DateRulesTest, ShiftDateKeepsTheTimeAndStopsAtTheLimits) {
     double noonMarch5 = 0;
     ASSERT_TRUE(qv::oledate::FromParts(2024, 3, 5, 12, 0, 0, noonMarch5));

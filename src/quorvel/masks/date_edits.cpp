@@ -1,10 +1,12 @@
 #include "quorvel/masks/date_edits.h"
 
 #include <commctrl.h>
+#include <oleacc.h>
 
 #include <string>
 
 #include "quorvel/common/boundary.h"
+#include "quorvel/controls/reader_state.h"
 #include "quorvel/masks/date_rules.h"
 #include "quorvel/masks/datetime_field.h"
 
@@ -80,7 +82,8 @@ int XMFCBaseDateEdit::SetValue(const qv::OleDateTime& value) { return SetTime(va
 
 int XMFCBaseDateEdit::GetValue(qv::OleDateTime& value) const { return GetTime(value) ? 1 : 0; }
 
-bool XMFCBaseDateEdit::OnReflectNotify(NMHDR* hdr, LRESULT*) {
+bool XMFCBaseDateEdit::OnReflectNotify(NMHDR* hdr, LRESULT* result) {
+    DatePicker::OnReflectNotify(hdr, result);
     return ReportChangeToCompound(m_hWnd, m_nID, m_bReporting, hdr);
 }
 
@@ -102,6 +105,7 @@ int XMFCBaseTimeEdit::SetValue(const qv::OleDateTime& value) { return SetTime(va
 int XMFCBaseTimeEdit::GetValue(qv::OleDateTime& value) const { return GetTime(value) ? 1 : 0; }
 
 bool XMFCBaseTimeEdit::OnReflectNotify(NMHDR* hdr, LRESULT* result) {
+    DatePicker::OnReflectNotify(hdr, result);
     // Inside a compound the focus is reported once, by OnSetFocus.
     if (hdr->code == static_cast<UINT>(NM_SETFOCUS) && !m_bReporting && CompoundOf(m_hWnd)) return true;
     return ReportChangeToCompound(m_hWnd, m_nID, m_bReporting, hdr);
@@ -144,10 +148,13 @@ int XMFCBaseDateTimeEdit::Create(bool showNone, const RECT& rect, HWND parent, u
     m_nID = id;
     // Laid out at the minimum size at least, so that both pickers are made
     // at their full size; the compound is put at the caller's size after.
-    const df::Box laid = df::LayoutRect(df::Box{rect.left, rect.top, rect.right, rect.bottom});
+    const UINT dpi = qv::DpiOf(parent);
+    UseSizesFor(dpi);
+    const df::Box laid = df::LayoutRect(df::Box{rect.left, rect.top, rect.right, rect.bottom}, dpi);
     if (!kClass || !CreateEx(0, kClass, L"XMFCBaseDateTimeEdit", kStyle, ToRect(laid), parent, id)) return 0;
+    UseSizesFor(qv::DpiOf(m_hWnd));
     const RECT client = GetClientRect();
-    const df::FieldBoxes boxes = df::FieldLayout(client.right, client.bottom, m_bStretchFields);
+    const df::FieldBoxes boxes = df::FieldLayout(client.right, client.bottom, m_bStretchFields, qv::DpiOf(m_hWnd));
     ++id;
     const bool date = m_pDate->Create(showNone, ToRect(boxes.date), m_hWnd, id, font) != 0;
     ++id;
@@ -160,17 +167,63 @@ bool XMFCBaseDateTimeEdit::HasFields() const { return m_pDate->IsWindow() && m_p
 
 void XMFCBaseDateTimeEdit::PlaceFields() {
     const RECT client = GetClientRect();
-    const df::FieldBoxes boxes = df::FieldLayout(client.right, client.bottom, m_bStretchFields);
+    const df::FieldBoxes boxes = df::FieldLayout(client.right, client.bottom, m_bStretchFields, qv::DpiOf(m_hWnd));
     if (m_pDate->IsWindow()) m_pDate->MoveWindow(ToRect(boxes.date));
     if (m_pTime->IsWindow()) m_pTime->MoveWindow(ToRect(boxes.time));
 }
 
+void XMFCBaseDateTimeEdit::UseSizesFor(UINT dpi) {
+    const df::FieldSizes sizes = df::FieldSizesForDpi(dpi);
+    m_nWidth = sizes.width;
+    m_nHeight = sizes.height;
+    m_nGap = sizes.gap;
+}
+
+void XMFCBaseDateTimeEdit::OnDpiChanged(UINT dpi) {
+    UseSizesFor(dpi);
+    PlaceFields();
+}
+
+bool XMFCBaseDateTimeEdit::AccessibleName(long child, std::wstring& name) {
+    if (child != 0) return false;
+    name = qv::AccessibleLabelOf(m_hWnd);
+    return true;
+}
+
+bool XMFCBaseDateTimeEdit::AccessibleValue(long child, std::wstring& value) {
+    if (child != 0 || !HasFields()) return false;
+    const std::wstring date = m_pDate->GetSpokenValue();
+    SYSTEMTIME st{};
+    // No date: the time of day alone means nothing.
+    value = m_pDate->GetTime(st) == GDT_NONE ? date : date + L" " + m_pTime->GetSpokenValue();
+    return true;
+}
+
+bool XMFCBaseDateTimeEdit::AccessibleRole(long child, long& role) {
+    if (child != 0) return false;
+    role = ROLE_SYSTEM_GROUPING;
+    return true;
+}
+
+bool XMFCBaseDateTimeEdit::AccessibleState(long child, long& state) {
+    if (child != 0) return false;
+    state = qv::ReaderWindowState(m_hWnd, true);
+    return true;
+}
+
 int XMFCBaseDateTimeEdit::SetValue(const qv::OleDateTime& value) {
     if (!HasFields()) return 0;
-    if (value.GetStatus() == qv::OleDateTime::null) return m_pDate->SetValue(value);
-    const int date = m_pDate->SetValue(value);
-    const int time = m_pTime->SetValue(value);
-    return date && time ? 1 : 0;
+    int set = 0;
+    if (value.GetStatus() == qv::OleDateTime::null) {
+        set = m_pDate->SetValue(value);
+    } else {
+        const int date = m_pDate->SetValue(value);
+        const int time = m_pTime->SetValue(value);
+        set = date && time ? 1 : 0;
+    }
+    // The compound's own value is its pickers' together.
+    qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);
+    return set;
 }
 
 int XMFCBaseDateTimeEdit::GetValue(qv::OleDateTime& value) const try {
@@ -269,6 +322,7 @@ BOOL XMFCBaseDateTimeEdit::OnNotify(WPARAM wp, LPARAM lp, LRESULT* result) {
         return Window::OnNotify(wp, lp, result);
     // A focus report too reaches the parent as a change: for the host, the
     // compound's value may be about to change.
+    if (hdr->code == static_cast<UINT>(DTN_DATETIMECHANGE)) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);
     NMDATETIMECHANGE change{};
     change.nmhdr = NMHDR{m_hWnd, m_nID, static_cast<UINT>(DTN_DATETIMECHANGE)};
     change.dwFlags = GDT_NONE;
@@ -311,14 +365,17 @@ int ReadOnlyDateField<Field>::Create(const RECT& rect, HWND parent, unsigned int
 
 template <class Field>
 int ReadOnlyDateField<Field>::SetValue(const OleDateTime& value) try {
+    int shown = 0;
     if (m_pPicker && m_pPicker->IsWindow() && m_pPicker->SetTime(value) && value.GetStatus() == OleDateTime::valid) {
         const std::wstring text =
             df::ReadOnlyText(m_eDisplayType, value.Format(VAR_DATEVALUEONLY), value.Format(VAR_TIMEVALUEONLY));
         this->SetWindowText(text.c_str());
-        return 1;
+        shown = 1;
+    } else {
+        this->SetWindowText(L"");
     }
-    this->SetWindowText(L"");
-    return 0;
+    RaiseAccessibleEvent(this->m_hWnd, EVENT_OBJECT_VALUECHANGE);
+    return shown;
 } catch (...) {
     return CaughtAtEdge(" qv::ReadOnlyDateField::SetValue", __LINE__, 0);
 }
@@ -326,6 +383,15 @@ int ReadOnlyDateField<Field>::SetValue(const OleDateTime& value) try {
 template <class Field>
 int ReadOnlyDateField<Field>::GetValue(OleDateTime& value) const {
     return m_pPicker && m_pPicker->IsWindow() && m_pPicker->GetTime(value) ? 1 : 0;
+}
+
+template <class Field>
+bool ReadOnlyDateField<Field>::AccessibleValue(long child, std::wstring& value) {
+    if (!Field::AccessibleValue(child, value)) return false;
+    SYSTEMTIME st{};
+    if (child == 0 && value.empty() && m_pPicker && m_pPicker->IsWindow() && m_pPicker->GetTime(st) == GDT_NONE)
+        value = NoDateText();
+    return true;
 }
 
 template class ReadOnlyDateField<XBaseEditReadOnly>;

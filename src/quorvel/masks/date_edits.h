@@ -11,21 +11,35 @@
 //   locale.
 //
 // Values are qv::OleDateTime: valid, invalid, or null for "no date".
+//
+// Screen readers: each picker is a qv::DatePicker (masks/datetime_field.h):
+// named by its label, the date or time it shows as value, or "No date"
+// (translated). The compound is a group named by its label whose value is
+// the date and the time as its pickers show them (or "No date"); its
+// pickers are named by its label too. The read-only field tells "No date"
+// where it shows nothing because it holds no date.
+//
+// DPI: the compound's picker widths, least height and gap are sizes at 96
+// DPI scaled to its DPI; it lays its pickers out again when that changes.
 #pragma once
 
 #include <windows.h>
 
 #include <memory>
+#include <string>
 
 #include "quorvel/common/api.h"
 #include "quorvel/controls/base_readonly.h"
+#include "quorvel/masks/datetime_field.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
 #include "quorvel/platform/datetime.h"
+#include "quorvel/platform/dpi.h"
 
 // What the read-only date field shows; any other value shows the date.
 enum DISPLAYTYPE : int { DISPLAYTYPE_DATE = 0, DISPLAYTYPE_TIME = 1, DISPLAYTYPE_DATETIME = 2 };
 
-class QV_API XMFCBaseDateEdit : public qv::DateTimeCtrl {
+class QV_API XMFCBaseDateEdit : public qv::DatePicker {
 public:
     // Child, group; with the check box also visible and DTS_SHOWNONE.
     enum : DWORD { kStyle = WS_CHILD | WS_GROUP, kStyleShowNone = WS_CHILD | WS_VISIBLE | WS_GROUP | DTS_SHOWNONE };
@@ -49,7 +63,7 @@ protected:
     bool m_bReporting = false;
 };
 
-class QV_API XMFCBaseTimeEdit : public qv::DateTimeCtrl {
+class QV_API XMFCBaseTimeEdit : public qv::DatePicker {
 public:
     // Child, group, DTS_TIMEFORMAT.
     enum : DWORD { kStyle = WS_CHILD | WS_GROUP | DTS_TIMEFORMAT };
@@ -73,7 +87,7 @@ protected:
     bool m_bReporting = false;
 };
 
-class QV_API XMFCBaseDateTimeEdit : public qv::Window {
+class QV_API XMFCBaseDateTimeEdit : public qv::Window, public virtual qv::AccessibleSource, public qv::DpiListener {
 public:
     // Child, visible, group, tab stop.
     enum : DWORD { kStyle = WS_CHILD | WS_VISIBLE | WS_GROUP | WS_TABSTOP };
@@ -120,6 +134,15 @@ public:
     XMFCBaseDateEdit& GetDateField() noexcept { return *m_pDate; }
     XMFCBaseTimeEdit& GetTimeField() noexcept { return *m_pTime; }
 
+    // qv::DpiListener: the pickers' sizes follow the DPI and are placed again.
+    void OnDpiChanged(UINT dpi) override;
+
+    // qv::AccessibleSource: a group named by its label, valued by its pickers.
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleValue(long child, std::wstring& value) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+
 protected:
     void OnSize(UINT type, int cx, int cy) override;              // WM_SIZE
     // WM_SETFOCUS from outside: remembered as where the focus came from and
@@ -139,6 +162,8 @@ private:
     void OnTabKey();
     bool HasFields() const;
     void PlaceFields();
+    // The sizes at `dpi` into m_nWidth, m_nHeight and m_nGap.
+    void UseSizesFor(UINT dpi);
 
     std::unique_ptr<XMFCBaseDateEdit> m_pDate;
     std::unique_ptr<XMFCBaseTimeEdit> m_pTime;
@@ -170,6 +195,10 @@ public:
     int SetValue(const OleDateTime& value);
     // The value the hidden picker holds.
     int GetValue(OleDateTime& value) const;
+
+    // qv::AccessibleSource: the text shown, or "No date" when the field
+    // shows nothing because it holds no date.
+    bool AccessibleValue(long child, std::wstring& value) override;
 
 private:
     std::unique_ptr<DateTimeCtrl> m_pPicker;

@@ -6,24 +6,30 @@
 
 namespace qv::datefields {
 
-Box LayoutRect(const Box& caller) noexcept {
+FieldSizes FieldSizesForDpi(unsigned dpi) noexcept {
+    return FieldSizes{ScaleToDpi(kFieldWidth, dpi), ScaleToDpi(kFieldHeight, dpi), ScaleToDpi(kFieldGap, dpi)};
+}
+
+Box LayoutRect(const Box& caller, unsigned dpi) noexcept {
+    const FieldSizes sizes = FieldSizesForDpi(dpi);
     Box box = caller;
-    if (box.Width() < kMinWidth) box.right = box.left + kMinWidth;
-    if (box.Height() < kMinHeight) box.bottom = box.top + kMinHeight;
+    if (box.Width() < sizes.MinWidth()) box.right = box.left + sizes.MinWidth();
+    if (box.Height() < sizes.height) box.bottom = box.top + sizes.height;
     return box;
 }
 
-FieldBoxes FieldLayout(int width, int height, bool stretch) noexcept {
+FieldBoxes FieldLayout(int width, int height, bool stretch, unsigned dpi) noexcept {
+    const FieldSizes sizes = FieldSizesForDpi(dpi);
     width = std::max(width, 0);
     height = std::max(height, 0);
-    int dateWidth = kFieldWidth;
-    int timeWidth = kFieldWidth;
+    int dateWidth = sizes.width;
+    int timeWidth = sizes.width;
     if (stretch) {
-        const int room = std::max(width - kFieldGap, 0);
+        const int room = std::max(width - sizes.gap, 0);
         dateWidth = room / 2;
         timeWidth = room - dateWidth;
     }
-    const int timeLeft = dateWidth + kFieldGap;
+    const int timeLeft = dateWidth + sizes.gap;
     return FieldBoxes{Box{0, 0, dateWidth, height}, Box{timeLeft, 0, timeLeft + timeWidth, height}};
 }
 

@@ -7,22 +7,35 @@
 
 #include "quorvel/common/api.h"
 #include "quorvel/common/box.h"
+#include "quorvel/common/dpi_rules.h"
 
 namespace qv::datefields {
 
 using Box = qv::Box;  // a rectangle in pixels, as a RECT
 
-// The compound's two pickers: each 100 wide, 5 apart, 20 high at least.
+// The compound's two pickers at 96 DPI: each 100 wide, 5 apart, 20 high at
+// least.
 inline constexpr int kFieldWidth = 100;
 inline constexpr int kFieldHeight = 20;
 inline constexpr int kFieldGap = 5;
 inline constexpr int kMinWidth = kFieldGap + 2 * kFieldWidth;  // 205
 inline constexpr int kMinHeight = kFieldHeight;                // 20
 
+// The pickers' width, least height and gap at `dpi`, each scaled on its own
+// (so the least width is 2 * width + gap of the scaled values).
+struct FieldSizes {
+    int width = kFieldWidth;
+    int height = kFieldHeight;
+    int gap = kFieldGap;
+    int MinWidth() const noexcept { return gap + 2 * width; }
+    bool operator==(const FieldSizes&) const = default;
+};
+QV_API FieldSizes FieldSizesForDpi(unsigned dpi) noexcept;
+
 // The rectangle the compound lays its pickers out in: the caller's, widened
 // to the minimum width from its left edge and made the minimum height from
-// its top edge where it is smaller.
-QV_API Box LayoutRect(const Box& caller) noexcept;
+// its top edge where it is smaller (the minimum at `dpi`).
+QV_API Box LayoutRect(const Box& caller, unsigned dpi = kBaseDpi) noexcept;
 
 struct FieldBoxes {
     Box date;
@@ -30,11 +43,11 @@ struct FieldBoxes {
 };
 
 // The pickers in a client area of `width` x `height`. Fixed: the date picker
-// from the left edge, the time picker `kFieldGap` to its right, each
-// `kFieldWidth` wide, so a narrower area cuts the time picker off. Stretched:
-// the two share the width (the date picker gets the smaller half), the gap
-// kept. Both take the full height. Negative sizes count as 0.
-QV_API FieldBoxes FieldLayout(int width, int height, bool stretch) noexcept;
+// from the left edge, the time picker the gap to its right, each the field
+// width wide (both at `dpi`), so a narrower area cuts the time picker off.
+// Stretched: the two share the width (the date picker gets the smaller
+// half), the gap kept. Both take the full height. Negative sizes count as 0.
+QV_API FieldBoxes FieldLayout(int width, int height, bool stretch, unsigned dpi = kBaseDpi) noexcept;
 
 // Where the focus is when Tab is pressed, seen from the compound.
 enum class FocusAt { Compound, DateField, TimeField, Elsewhere };

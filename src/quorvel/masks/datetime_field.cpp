@@ -1,10 +1,13 @@
 #include "quorvel/masks/datetime_field.h"
 
 #include <commctrl.h>
+#include <oleacc.h>
 
 #include <tuple>
 
+#include "quorvel/controls/reader_state.h"
 #include "quorvel/frame/siblings.h"
+#include "quorvel/frame/zt_lang.h"
 #include "quorvel/masks/date_rules.h"
 
 namespace {
@@ -115,7 +118,10 @@ bool XBaseDateTime::ShowDataControl() {
 bool XBaseDateTime::SetValue(const qv::OleDateTime& value) {
     if (!m_pk.IsWindow()) return false;
     if (value.GetStatus() == qv::OleDateTime::null) {
-        if (m_pk.SetTime(static_cast<const SYSTEMTIME*>(nullptr))) m_dtValue = value;
+        if (m_pk.SetTime(static_cast<const SYSTEMTIME*>(nullptr))) {
+            m_dtValue = value;
+            qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);
+        }
         return true;
     }
     // The picker ignores the weekday when a date is set: it works it out.
@@ -124,7 +130,10 @@ bool XBaseDateTime::SetValue(const qv::OleDateTime& value) {
                         static_cast<WORD>(value.GetHour()),   static_cast<WORD>(value.GetMinute()),
                         static_cast<WORD>(value.GetSecond()), 0};
     const LRESULT result = m_pk.SendMessage(DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&st));
-    if (result != 0 && result != -1) m_dtValue = value;
+    if (result != 0 && result != -1) {
+        m_dtValue = value;
+        qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);  // the frame tells the picker's value too
+    }
     // A refused date answers true as well: the host learns of it by reading
     // the value back.
     return result != -1;
@@ -192,7 +201,87 @@ void XBaseDateTime::OnSetFocus(HWND) {
     if (m_pk.IsWindow()) m_pk.SetFocus();
 }
 
+bool XBaseDateTime::AccessibleValue(long child, std::wstring& value) {
+    if (child != 0 || !m_pk.IsWindow()) return false;
+    value = m_pk.GetSpokenValue();
+    return true;
+}
+
+bool XBaseDateTime::AccessibleRole(long child, long& role) {
+    if (child != 0) return false;
+    role = ROLE_SYSTEM_GROUPING;
+    return true;
+}
+
 namespace qv {
+
+// ---- DatePicker ----------------------------------------------------------------------
+
+std::wstring NoDateText() {
+    const wchar_t* text = ::CoTranslateText(L"No date");
+    return text ? text : L"No date";
+}
+
+std::wstring DatePicker::GetSpokenValue() const {
+    if (!IsWindow()) return {};
+    SYSTEMTIME st{};
+    const DWORD status = GetTime(st);
+    if (status == GDT_NONE) return NoDateText();
+    // What the picker shows, in its own format.
+    std::wstring shown = GetWindowText();
+    if (!shown.empty() || status != GDT_VALID) return shown;
+    // A picker that does not tell its text: the value in the user's format
+    // of the picker's kind.
+    wchar_t text[128] = {};
+    const DWORD style = GetStyle();
+    const int written = (style & DTS_TIMEFORMAT) == DTS_TIMEFORMAT
+                            ? ::GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &st, nullptr, text, 128)
+                            : ::GetDateFormatW(LOCALE_USER_DEFAULT,
+                                               (style & DTS_LONGDATEFORMAT) ? DATE_LONGDATE : DATE_SHORTDATE, &st,
+                                               nullptr, text, 128);
+    return written > 0 ? std::wstring(text) : std::wstring();
+}
+
+bool DatePicker::AccessibleName(long child, std::wstring& name) {
+    if (child != 0) return false;
+    name = AccessibleLabelOf(m_hWnd);
+    // A picker inside one of the library's fields is named by the field's label.
+    HWND parent = GetParent();
+    if (name.empty() && parent && Window::FromHandle(parent) && (::GetWindowLongPtrW(parent, GWL_STYLE) & WS_CHILD))
+        name = AccessibleLabelOf(parent);
+    return true;
+}
+
+bool DatePicker::AccessibleValue(long child, std::wstring& value) {
+    if (child != 0) return false;
+    value = GetSpokenValue();
+    return true;
+}
+
+bool DatePicker::AccessibleRole(long child, long& role) {
+    if (child != 0) return false;
+    role = (GetStyle() & DTS_UPDOWN) ? ROLE_SYSTEM_SPINBUTTON : ROLE_SYSTEM_DROPLIST;
+    return true;
+}
+
+bool DatePicker::AccessibleState(long child, long& state) {
+    if (child != 0) return false;
+    state = ReaderWindowState(m_hWnd, true);
+    return true;
+}
+
+LRESULT DatePicker::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
+    const LRESULT result = DateTimeCtrl::WindowProc(msg, wp, lp);
+    // The host's changes: the picker tells its parent only of the user's.
+    if (msg == DTM_SETSYSTEMTIME && result) RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);
+    return result;
+}
+
+bool DatePicker::OnReflectNotify(NMHDR* hdr, LRESULT*) {
+    if (hdr && hdr->code == static_cast<UINT>(DTN_DATETIMECHANGE))
+        RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);
+    return false;
+}
 
 bool detail::RegisterDateClasses() {
     static bool registered = false;

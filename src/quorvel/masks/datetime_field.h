@@ -13,16 +13,53 @@
 //
 // DDX_DateTime exchanges a picker's value with a SYSTEMTIME during a
 // dialog's data exchange.
+//
+// Screen readers: the picker is named by the label before the frame and
+// tells the date it shows, or "No date" (translated) while its check box is
+// cleared; every change, by the user or the host, is announced. The frame
+// itself is a group with the same name and value.
 #pragma once
 
 #include <windows.h>
 
+#include <string>
+
 #include "quorvel/common/api.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
 #include "quorvel/platform/datetime.h"
 #include "quorvel/platform/dialog.h"
 
-class QV_API XBaseDateTime : public qv::Static {
+namespace qv {
+
+// A date or time picker as a screen reader hears it: named by its label
+// (by the label of the library field it sits in when it has none of its
+// own), the date or time it shows as its value, or "No date" (translated)
+// while its check box is cleared; a drop-down list when it opens a
+// calendar, a spin button when it has up-down arrows (as a time picker
+// does); every change, by the user or the host, announced as a new value.
+class QV_API DatePicker : public DateTimeCtrl, public virtual AccessibleSource {
+public:
+    // What a reader hears as the value (see above).
+    std::wstring GetSpokenValue() const;
+
+    // qv::AccessibleSource
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleValue(long child, std::wstring& value) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+
+protected:
+    LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;     // DTM_SETSYSTEMTIME: announced
+    bool OnReflectNotify(NMHDR* hdr, LRESULT* result) override;      // reflected DTN_DATETIMECHANGE: announced
+};
+
+// The text a reader hears for a field that holds no date: "No date", translated.
+QV_API std::wstring NoDateText();
+
+}  // namespace qv
+
+class QV_API XBaseDateTime : public qv::Static, public virtual qv::AccessibleSource {
 public:
     // `style` is added to the picker's own styles (WS_TABSTOP, DTS_LONGDATEFORMAT,
     // ...). `showNone` and `upDown` are the picker options InitSubclass creates
@@ -72,6 +109,10 @@ public:
     // The picker, for hosts that set its format or colours.
     qv::DateTimeCtrl& GetPicker() noexcept { return m_pk; }
 
+    // qv::AccessibleSource: a group with the picker's value.
+    bool AccessibleValue(long child, std::wstring& value) override;
+    bool AccessibleRole(long child, long& role) override;
+
     // The value and range Init shows; set them before Init to choose what the
     // picker starts with. The value is now at construction, the range open.
     qv::OleDateTime m_dtValue;
@@ -87,7 +128,7 @@ private:
     // refused either (each refusal logged).
     bool ShowDataControl();
 
-    qv::DateTimeCtrl m_pk;
+    qv::DatePicker m_pk;
     DWORD m_dwStyle;
     int m_nShowNone;
     int m_nUpDown;
