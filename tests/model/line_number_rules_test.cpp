@@ -43,6 +43,19 @@ TEST(LineNumberGutter, WidthFollowsTheFormattedLineCountAndOnlyWidens) {
     for (const auto& c : cases) EXPECT_EQ(qv::GutterMustWiden(*c.format, c.measured, c.lines), c.widens) << c.lines;
 }
 
+// The numbers are measured in the edit's font, already as large as the DPI
+// makes it; the air around them is scaled.
+TEST(LineNumberGutter, TheAirAroundTheNumbersScalesWithTheDpi) {
+    const struct { unsigned dpi; int width, left; } cases[] = {
+        {96, 40, 2}, {120, 41, 3}, {144, 43, 3}, {192, 45, 4}, {0, 40, 2},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(qv::LineNumberGutterWidth(35, c.dpi), c.width) << c.dpi;
+        EXPECT_EQ(qv::LineNumberLeft(c.dpi), c.left) << c.dpi;
+    }
+    EXPECT_EQ(qv::FormattingRectLeft(45), 46) << "one pixel after the gutter at any DPI";
+}
+
 // The fuzz target compares any accepted format with printf; these are the
 // cases worth reading.
 TEST(LineNumberFormatTest, WritesTheNumberAsPrintfWould) {

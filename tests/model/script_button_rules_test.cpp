@@ -123,4 +123,23 @@ TEST(ScriptButtonRulesTest, ContainerPlacesControlAndButtonOnEachSide) {
     }
 }
 
+// At 144 and 192 DPI the paddings, the spacing and every length a host
+// gives a container (its limits too) are the 96-DPI ones scaled.
+TEST(ScriptButtonRulesTest, LengthsScaleWithTheDpi) {
+    sc::ContainerParams limited;
+    limited.limits = true;  // width 50..100, height 15..30
+    const struct { unsigned dpi; sc::Metrics lengths; Rect control, button; } cases[] = {
+        {96, {12, 4, 5}, {15, 15, 115, 45}, {130, 15, 160, 35}},
+        {144, {18, 6, 8}, {23, 23, 173, 68}, {196, 23, 241, 53}},
+        {192, {24, 8, 10}, {30, 30, 230, 90}, {260, 30, 320, 70}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.dpi);
+        EXPECT_EQ(sc::Metrics::ForDpi(c.dpi), c.lengths);
+        const auto at = [&](int px) { return qv::ScaleToDpi(px, c.dpi); };
+        const sc::ContainerLayout l = sc::LayoutContainer(at(300), at(100), Side::Right, sc::ScaledParams(limited, c.dpi));
+        EXPECT_EQ(std::tie(l.control, l.button), std::tie(c.control, c.button));
+    }
+}
+
 }  // namespace

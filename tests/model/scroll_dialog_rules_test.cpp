@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
 namespace sc = qv::scrolling;
@@ -137,6 +139,27 @@ TEST(ScrollDialogRulesTest, WheelTurnsBecomeLines) {
     }
     int carry = 0;
     EXPECT_EQ(sc::WheelLines(carry, -32768, 0x7fffffff), 1 << 20) << "absurd settings stay in range";
+}
+
+// At any DPI a dialog short of its layout by the same share scrolls the same
+// number of units (8 x 4 pixels at 96 DPI, scaled); a DPI change rescales the
+// layout and starts again at the origin.
+TEST(ScrollDialogRulesTest, UnitsAndLayoutFollowTheDpi) {
+    const struct { unsigned dpi; int unitX, unitY; } cases[] = {{96, 8, 4}, {120, 10, 5}, {144, 12, 6}, {192, 16, 8}, {0, 8, 4}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.dpi);
+        const auto at = [&](int px) { return qv::ScaleToDpi(px, c.dpi); };
+        sc::Model m;
+        m.Init(at(400), at(300), c.dpi);
+        m.Resize(at(360), at(280), false);  // 40 x 20 pixels short at 96 DPI
+        EXPECT_EQ(std::tie(m.Horizontal(), m.Vertical()), std::make_tuple(Axis{5, 5, 0}, Axis{5, 5, 0}));
+        EXPECT_EQ(m.ScrollVertical(1), -c.unitY);
+        EXPECT_EQ(m.ScrollHorizontal(m.HorizontalStep(sc::kPageForward, 0)), -5 * c.unitX);
+        m.ChangeDpi(192);
+        EXPECT_EQ(std::make_tuple(m.LayoutWidth(), m.LayoutHeight(), m.UnitX(), m.UnitY(), m.Vertical().position),
+                  std::make_tuple(800, 600, 16, 8, 0));
+        EXPECT_EQ(m.Reset(), (sc::Model::Shift{0, 0})) << "the caller scrolled back before";
+    }
 }
 
 }  // namespace

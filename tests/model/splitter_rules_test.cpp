@@ -224,17 +224,84 @@ TEST(SplitterRulesTest, ButtonPlacesAndFacePlacement) {
     EXPECT_EQ(b.upper, (Box{302, 120, 310, 177}));
     EXPECT_EQ(b.lower, (Box{302, 197, 310, 254}));
 
-    const struct { Box area; int w, h; Box at; } cases[] = {
-        {{0, 0, 8, 57}, 4, 9, {2, 24, 6, 33}},     // fits: own size, centred
-        {{0, 0, 8, 57}, 20, 28, {0, 23, 8, 34}},   // too wide: 8 x 11
-        {{1, 1, 7, 56}, 6, 110, {2, 1, 5, 56}},    // too high: 3 x 55
-        {{0, 0, 8, 57}, 400, 2, {0, 28, 8, 29}},   // a sliver stays 1 high
-        {{0, 0, 8, 57}, 0, 28, {4, 28, 4, 28}},    // no image
+    const struct { Box area; int w, h, factor; Box at; } cases[] = {
+        {{0, 0, 8, 57}, 4, 9, 1, {2, 24, 6, 33}},        // own size, centred
+        {{0, 0, 8, 57}, 10, 43, 1, {-1, 7, 9, 50}},      // wider than the button: cut, not shrunk
+        {{0, 0, 12, 86}, 10, 43, 1, {1, 21, 11, 64}},    // 150 %: the face at its own size
+        {{0, 0, 16, 114}, 10, 43, 2, {-2, 14, 18, 100}}, // 200 %: twice as large
+        {{5, 5, 13, 62}, 10, 43, 0, {4, 12, 14, 55}},    // a factor below 1 counts as 1
+        {{0, 0, 8, 57}, 0, 28, 2, {4, 28, 4, 28}},       // no image
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.w << "x" << c.h);
-        EXPECT_EQ(sp::FitCentred(c.area, c.w, c.h), c.at);
+        SCOPED_TRACE(testing::Message() << c.w << "x" << c.h << " times " << c.factor);
+        EXPECT_EQ(sp::FaceBox(c.area, c.w, c.h, c.factor), c.at);
     }
+}
+
+// At 144 and 192 DPI every length is the 96-DPI one scaled: the bar and its
+// buttons, and the edges that collapse a pane, as far from the edge for the
+// hand as at 100 %.
+TEST(SplitterRulesTest, LengthsAndDropEdgesScaleWithTheDpi) {
+    const struct { unsigned dpi; int bar; Box upper; } cases[] = {
+        {96, 12, {302, 120, 310, 177}}, {144, 18, {303, 80, 315, 166}}, {192, 24, {304, 40, 320, 154}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.dpi);
+        const sp::Metrics m = sp::Metrics::ForDpi(c.dpi);
+        EXPECT_EQ(std::make_tuple(m.bar, sp::ButtonRects(Box{300, 0, 300 + m.bar, 400}, m).upper),
+                  std::make_tuple(c.bar, c.upper));
+        const auto at = [&](int px) { return qv::ScaleToDpi(px, c.dpi); };
+        const int width = at(612);
+        const std::pair<int, Drop> drops[] = {{at(10), Drop::CollapseLeft}, {width - at(15), Drop::CollapseRight},
+                                              {at(30), Drop::KeepBoth},     {width - at(30), Drop::KeepBoth}};
+        for (const auto& [x, action] : drops) {
+            sp::Model model;
+            model.SetDpi(c.dpi);
+            model.Resize(width, at(400));
+            model.BeginTrack();
+            EXPECT_EQ(model.EndTrack(x), action) << x;
+        }
+    }
+}
+
+TEST(SplitterRulesTest, AnotherDpiKeepsEachPaneItsShareAndTheCachedWidths) {
+    const struct { unsigned from, to; } moves[] = {{96, 144}, {96, 192}, {192, 96}, {144, 144}};
+    for (const auto& mv : moves) {
+        SCOPED_TRACE(testing::Message() << mv.from << " -> " << mv.to);
+        const auto at = [](int px, unsigned dpi) { return qv::ScaleToDpi(px, dpi); };
+        sp::Model m;
+        m.SetDpi(mv.from);
+        m.SetColumnInfo(0, at(240, mv.from), at(20, mv.from));
+        m.Resize(at(612, mv.from), at(400, mv.from));
+        m.BtnRightPressed();  // widths 240 | 360 cached, the right pane collapsed
+        const int percent = m.LeftPercent();
+
+        m.ChangeDpi(mv.to);
+        m.Resize(at(612, mv.to), at(400, mv.to));  // the window grows with the DPI
+        EXPECT_EQ(m.Lengths(), sp::Metrics::ForDpi(mv.to));
+        EXPECT_TRUE(m.State().rightCollapsed) << "a collapsed pane stays collapsed";
+        EXPECT_EQ(m.LeftPercent(), percent);
+        EXPECT_EQ(m.ColumnMin(0), at(20, mv.to));
+        EXPECT_EQ(m.ReadCachedSize(), (Widths{at(240, mv.to), at(360, mv.to)}));
+        m.BtnRightPressed();
+        EXPECT_EQ(Columns(m), (Widths{at(240, mv.to), at(612, mv.to) - at(240, mv.to) - m.Lengths().bar}));
+    }
+}
+
+TEST(SplitterRulesTest, TheBarsPositionInPerCent) {
+    const struct { int left; void (sp::Model::*press)(); int percent; } cases[] = {
+        {200, nullptr, 33}, {300, nullptr, 50}, {303, nullptr, 51},  // 50.5 % rounds up
+        {300, &sp::Model::BtnLeftPressed, 0}, {300, &sp::Model::BtnRightPressed, 100},
+    };
+    for (const auto& c : cases) {
+        sp::Model m = Splitter(c.left);
+        if (c.press) (m.*c.press)();
+        EXPECT_EQ(m.LeftPercent(), c.percent) << c.left;
+        EXPECT_EQ(m.AnyCollapsed(), c.press != nullptr);
+    }
+    sp::Model one = Splitter();
+    one.Toggle();
+    EXPECT_EQ(one.LeftPercent(), 100) << "one column has it all";
 }
 
 }  // namespace

@@ -5,37 +5,41 @@
 
 namespace qv::script {
 
-Size ButtonSize(int textCx, int textCy) { return Size{textCx + kTextPadX, textCy + kTextPadY}; }
+Metrics Metrics::ForDpi(unsigned dpi) noexcept {
+    return Metrics{ScaleToDpi(kTextPadX, dpi), ScaleToDpi(kTextPadY, dpi), ScaleToDpi(kSpacing, dpi)};
+}
 
-Size GroupContent(const std::vector<Size>& buttons, bool horizontal) {
+Size ButtonSize(int textCx, int textCy, const Metrics& m) { return Size{textCx + m.padX, textCy + m.padY}; }
+
+Size GroupContent(const std::vector<Size>& buttons, bool horizontal, const Metrics& m) {
     Size content;
     for (const Size& b : buttons) {
         content.cx = std::max(content.cx, b.cx);
         if (horizontal)
             content.cy += b.cy;
         else if (b.cy != 0)
-            content.cy += b.cy + kSpacing;
+            content.cy += b.cy + m.spacing;
     }
     return content;
 }
 
-SizeLimits GroupLimits(Size content, bool horizontal) {
+SizeLimits GroupLimits(Size content, bool horizontal, const Metrics& m) {
     SizeLimits limits;
-    limits.minCx = content.cx + kSpacing;
-    limits.minCy = content.cy + kSpacing;
-    limits.maxCx = content.cx + (horizontal ? 2 * kSpacing : kSpacing);
-    limits.maxCy = content.cy + kSpacing;
+    limits.minCx = content.cx + m.spacing;
+    limits.minCy = content.cy + m.spacing;
+    limits.maxCx = content.cx + (horizontal ? 2 * m.spacing : m.spacing);
+    limits.maxCy = content.cy + m.spacing;
     return limits;
 }
 
-std::vector<Box> AlignVertical(const std::vector<int>& heights, int width, int /*cx*/, int cy) {
+std::vector<Box> AlignVertical(const std::vector<int>& heights, int width, int /*cx*/, int cy, const Metrics& m) {
     std::vector<Box> boxes;
     if (heights.empty()) return boxes;
     const int n = static_cast<int>(heights.size()) + 1;
     int total = heights.front();
     for (int h : heights) total += h;
     const int gap = (cy - total) / n;  // n is at least 2 here
-    int y = kSpacing;
+    int y = m.spacing;
     for (int h : heights) {
         boxes.push_back(Box{0, y, width, h});
         y += h + gap;
@@ -43,15 +47,16 @@ std::vector<Box> AlignVertical(const std::vector<int>& heights, int width, int /
     return boxes;
 }
 
-std::vector<Box> AlignHorizontal(const std::vector<int>& heights, int width, int cx, int cy) {
+std::vector<Box> AlignHorizontal(const std::vector<int>& heights, int width, int cx, int cy, const Metrics& m) {
     std::vector<Box> boxes;
     if (heights.empty()) return boxes;
-    const int perRow = cx / (width + kSpacing);  // width is never negative
+    const int spacing = m.spacing;
+    const int perRow = width + spacing > 0 ? cx / (width + spacing) : 0;
 
     // Count the rows and measure the widest one.
     int x = 0, row = 0, widest = 0, rows = 0, total = 0;
     for (int h : heights) {
-        if (cx <= x + kSpacing + width) {
+        if (cx <= x + spacing + width) {
             widest = std::max(widest, row);
             x = 0;
             row = 0;
@@ -59,17 +64,17 @@ std::vector<Box> AlignHorizontal(const std::vector<int>& heights, int width, int
             ++rows;
         }
         row += width;
-        x += width + kSpacing;
+        x += width + spacing;
     }
     widest = std::max(widest, row);
     ++rows;
     total += heights.front();
 
-    const int vgap = rows == 0 ? kSpacing : (cy - total) / rows;
-    const int hgap = perRow == 0 ? kSpacing : (cx - widest) / perRow;
+    const int vgap = rows == 0 ? spacing : (cy - total) / rows;
+    const int hgap = perRow == 0 ? spacing : (cx - widest) / perRow;
 
     x = 0;
-    int y = kSpacing;
+    int y = spacing;
     for (int h : heights) {
         if (cx <= x + width) {
             x = 0;
@@ -79,6 +84,19 @@ std::vector<Box> AlignHorizontal(const std::vector<int>& heights, int width, int
         x += width + hgap;
     }
     return boxes;
+}
+
+ContainerParams ScaledParams(const ContainerParams& p, unsigned dpi) noexcept {
+    const auto at = [dpi](int length) { return ScaleToDpi(length, dpi); };
+    ContainerParams scaled = p;
+    scaled.margin = at(p.margin);
+    scaled.buttonCx = at(p.buttonCx);
+    scaled.buttonCy = at(p.buttonCy);
+    scaled.minCx = at(p.minCx);
+    scaled.maxCx = at(p.maxCx);
+    scaled.minCy = at(p.minCy);
+    scaled.maxCy = at(p.maxCy);
+    return scaled;
 }
 
 ContainerLayout LayoutContainer(int cx, int cy, Side side, const ContainerParams& p) {

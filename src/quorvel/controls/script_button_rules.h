@@ -7,11 +7,16 @@
 // texts, read the buttons' heights, and move the windows where these
 // functions say. All values are pixels; rectangles are left, top, right,
 // bottom as in Win32.
+//
+// The constants are pixels at 96 DPI. A group or container drawn at another
+// DPI passes its lengths scaled (Metrics::ForDpi, ScaledParams), so buttons,
+// gaps and margins keep their proportions to the (larger) text.
 #pragma once
 
 #include <vector>
 
 #include "quorvel/common/box.h"
+#include "quorvel/common/dpi_rules.h"
 
 namespace qv::script {
 
@@ -38,13 +43,24 @@ struct Box {
 
 using Rect = qv::Box;  // a rectangle in pixels, as a RECT
 
+// The group's lengths at one DPI: the padding of a button around its text
+// and the spacing.
+struct Metrics {
+    int padX = kTextPadX;
+    int padY = kTextPadY;
+    int spacing = kSpacing;
+    // The constants above scaled from 96 DPI to `dpi` (0 counts as 96).
+    static Metrics ForDpi(unsigned dpi) noexcept;
+    bool operator==(const Metrics&) const = default;
+};
+
 // The size of a button whose text measures textCx x textCy.
-Size ButtonSize(int textCx, int textCy);
+Size ButtonSize(int textCx, int textCy, const Metrics& lengths = Metrics{});
 
 // The content of a group: cx is the common button width W (the widest
 // button), cy the content height H. In one column each button with a height
 // adds its height plus the spacing; in rows the heights are simply added.
-Size GroupContent(const std::vector<Size>& buttons, bool horizontal);
+Size GroupContent(const std::vector<Size>& buttons, bool horizontal, const Metrics& lengths = Metrics{});
 
 struct SizeLimits {
     int minCx = 0;
@@ -56,20 +72,22 @@ struct SizeLimits {
 
 // What a group reports for its content (from GroupContent): the content
 // plus the spacing, and in rows a maximum width of twice the spacing more.
-SizeLimits GroupLimits(Size content, bool horizontal);
+SizeLimits GroupLimits(Size content, bool horizontal, const Metrics& lengths = Metrics{});
 
 // One column in a cx x cy group: every button W wide at x = 0, from y = 5 on,
 // the free height shared out as gaps. The room of one button more than the
 // group holds is kept free (the first button's height is counted twice), so
 // the column never runs to the bottom edge.
-std::vector<Box> AlignVertical(const std::vector<int>& heights, int width, int cx, int cy);
+std::vector<Box> AlignVertical(const std::vector<int>& heights, int width, int cx, int cy,
+                               const Metrics& lengths = Metrics{});
 
 // Rows in a cx x cy group: as many W-wide buttons in a row as fit, the free
 // width and height shared out as gaps. Counting the rows allows for the
 // spacing after each button, placing them does not, so a button that only
 // just fits is counted in a new row but still placed at the end of the
 // current one; the gaps then come out a little smaller than the room left.
-std::vector<Box> AlignHorizontal(const std::vector<int>& heights, int width, int cx, int cy);
+std::vector<Box> AlignHorizontal(const std::vector<int>& heights, int width, int cx, int cy,
+                                 const Metrics& lengths = Metrics{});
 
 // Where the container's button sits.
 enum class Side { Top = 0, Right = 1, Bottom = 2, Left = 3 };
@@ -84,6 +102,10 @@ struct ContainerParams {
     int minCy = 15;
     int maxCy = 30;
 };
+
+// `params` with every length (margin, button size, limits) scaled from 96
+// DPI to `dpi`: a host gives them as it lays out its forms, at 100 %.
+ContainerParams ScaledParams(const ContainerParams& params, unsigned dpi) noexcept;
 
 struct ContainerLayout {
     Rect control;

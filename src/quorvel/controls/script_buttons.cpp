@@ -1,5 +1,7 @@
 #include "quorvel/controls/script_buttons.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 
 #include "quorvel/common/boundary.h"
@@ -33,6 +35,12 @@ int XBaseSCriptButton::Create(const std::wstring& text, UINT id, const RECT& rec
     return 1;
 } catch (...) {
     return qv::CaughtAtEdge(" XBaseSCriptButton::Create", __LINE__, 0);
+}
+
+bool XBaseSCriptButton::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_PUSHBUTTON;
+    return true;
 }
 
 bool XBaseSCriptButton::OnReflectCommand(UINT notifyCode) {
@@ -70,17 +78,21 @@ int XBaseScriptBtn_Group::Create(UINT id, const RECT& rect, HFONT font, HWND par
     return qv::CaughtAtEdge(" XBaseScriptBtn_Group::Create", __LINE__, 0);
 }
 
+SIZE XBaseScriptBtn_Group::MeasureButton(const std::wstring& text, HFONT font) const {
+    SIZE extent{};
+    qv::ClientDC dc(m_hWnd);
+    if (!dc) return SIZE{-1, -1};
+    qv::SelectObjectScope select(dc, font);
+    ::GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &extent);
+    const sc::Size size = sc::ButtonSize(extent.cx, extent.cy, sc::Metrics::ForDpi(qv::DpiOf(m_hWnd)));
+    return SIZE{size.cx, size.cy};
+}
+
 BOOL XBaseScriptBtn_Group::AddScriptCommand(int id, const std::wstring& text) try {
     if (!IsWindow()) return FALSE;
     const HFONT font = GetFont();
-    SIZE extent{};
-    {
-        qv::ClientDC dc(m_hWnd);
-        if (!dc) return FALSE;
-        qv::SelectObjectScope select(dc, font);
-        ::GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &extent);
-    }
-    const sc::Size size = sc::ButtonSize(extent.cx, extent.cy);
+    const SIZE size = MeasureButton(text, font);
+    if (size.cx < 0) return FALSE;
     auto button = std::make_unique<XBaseSCriptButton>();
     m_arrButtons.reserve(m_arrButtons.size() + 1);  // no throw once the window exists
     if (!button->Create(text, static_cast<UINT>(id), RECT{0, 0, size.cx, size.cy}, font, m_hWnd)) return FALSE;
@@ -124,7 +136,7 @@ void XBaseScriptBtn_Group::UpdateSize() try {
 void XBaseScriptBtn_Group::UpdateSize_Horizontal() {
     std::vector<sc::Size> sizes;
     for (XBaseSCriptButton* b : LiveButtons()) sizes.push_back(sc::Size{b->GetNaturalWidth(), HeightOf(*b)});
-    const sc::Size content = sc::GroupContent(sizes, true);
+    const sc::Size content = sc::GroupContent(sizes, true, sc::Metrics::ForDpi(qv::DpiOf(m_hWnd)));
     m_nWidth = content.cx;
     m_nHeight = content.cy;
 }
@@ -132,22 +144,55 @@ void XBaseScriptBtn_Group::UpdateSize_Horizontal() {
 void XBaseScriptBtn_Group::UpdateSize_Vertical() {
     std::vector<sc::Size> sizes;
     for (XBaseSCriptButton* b : LiveButtons()) sizes.push_back(sc::Size{b->GetNaturalWidth(), HeightOf(*b)});
-    const sc::Size content = sc::GroupContent(sizes, false);
+    const sc::Size content = sc::GroupContent(sizes, false, sc::Metrics::ForDpi(qv::DpiOf(m_hWnd)));
     m_nWidth = content.cx;
     m_nHeight = content.cy;
 }
 
+namespace {
+
+sc::SizeLimits Limits(HWND group, int width, int height, bool horizontal) {
+    return sc::GroupLimits(sc::Size{width, height}, horizontal, sc::Metrics::ForDpi(qv::DpiOf(group)));
+}
+
+}  // namespace
+
 int XBaseScriptBtn_Group::GetMinHeight() const {
-    return sc::GroupLimits(sc::Size{m_nWidth, m_nHeight}, m_nAlignment != kAlignVertical).minCy;
+    return Limits(m_hWnd, m_nWidth, m_nHeight, m_nAlignment != kAlignVertical).minCy;
 }
 int XBaseScriptBtn_Group::GetMinWidth() const {
-    return sc::GroupLimits(sc::Size{m_nWidth, m_nHeight}, m_nAlignment != kAlignVertical).minCx;
+    return Limits(m_hWnd, m_nWidth, m_nHeight, m_nAlignment != kAlignVertical).minCx;
 }
 int XBaseScriptBtn_Group::GetMaxHeight() const {
-    return sc::GroupLimits(sc::Size{m_nWidth, m_nHeight}, m_nAlignment != kAlignVertical).maxCy;
+    return Limits(m_hWnd, m_nWidth, m_nHeight, m_nAlignment != kAlignVertical).maxCy;
 }
 int XBaseScriptBtn_Group::GetMaxWidth() const {
-    return sc::GroupLimits(sc::Size{m_nWidth, m_nHeight}, m_nAlignment != kAlignVertical).maxCx;
+    return Limits(m_hWnd, m_nWidth, m_nHeight, m_nAlignment != kAlignVertical).maxCx;
+}
+
+bool XBaseScriptBtn_Group::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_GROUPING;
+    return true;
+}
+
+void XBaseScriptBtn_Group::OnDpiChanged(UINT) {
+    if (!IsWindow()) return;
+    // The buttons are as large as their texts in the group's font: the
+    // host gives the group the font for the new DPI, the buttons take it,
+    // and each is measured again as AddScriptCommand measured it.
+    const HFONT font = GetFont();
+    for (XBaseSCriptButton* b : LiveButtons()) {
+        const SIZE size = MeasureButton(b->GetWindowText(), font);
+        if (size.cx < 0) return;
+        b->SetFont(font, false);
+        b->m_nNaturalWidth = size.cx;
+        ::SetWindowPos(*b, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        b->Invalidate();
+    }
+    // Measured content and the layout at the current size; the host sizes
+    // the group from the getters again if it wants to.
+    UpdateSize();
 }
 
 LRESULT XBaseScriptBtn_Group::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
@@ -190,12 +235,12 @@ std::vector<int> Heights(const std::vector<XBaseSCriptButton*>& buttons) {
 
 void XBaseScriptBtn_Group::Align_Horizontal(int cx, int cy) {
     const std::vector<XBaseSCriptButton*> live = LiveButtons();
-    Place(live, sc::AlignHorizontal(Heights(live), m_nWidth, cx, cy));
+    Place(live, sc::AlignHorizontal(Heights(live), m_nWidth, cx, cy, sc::Metrics::ForDpi(qv::DpiOf(m_hWnd))));
 }
 
 void XBaseScriptBtn_Group::Align_Vertical(int cx, int cy) {
     const std::vector<XBaseSCriptButton*> live = LiveButtons();
-    Place(live, sc::AlignVertical(Heights(live), m_nWidth, cx, cy));
+    Place(live, sc::AlignVertical(Heights(live), m_nWidth, cx, cy, sc::Metrics::ForDpi(qv::DpiOf(m_hWnd))));
 }
 
 // ---------------------------------------------------------------------------
@@ -261,6 +306,8 @@ int XScriptContainer::OnCreate(CREATESTRUCTW* cs) {
         m_tooltip.AddTool(m_btn, tip.c_str());
         m_tooltip.Activate(true);
     }
+    // Readers hear what the button does, as the tooltip says it, not "...".
+    m_btn.SetAccessibleName(CoTranslateText(m_strTooltip.c_str()));
 
     ::SetParent(m_pControl, m_hWnd);
     ::ShowWindow(m_pControl, SW_SHOW);
@@ -298,7 +345,8 @@ void XScriptContainer::ManageLayout(BtnPos position) {
     p.maxCx = m_nMaxWidth;
     p.minCy = m_nMinHeight;
     p.maxCy = m_nMaxHeight;
-    const sc::ContainerLayout l = sc::LayoutContainer(client.right, client.bottom, static_cast<sc::Side>(position), p);
+    const sc::ContainerLayout l = sc::LayoutContainer(client.right, client.bottom, static_cast<sc::Side>(position),
+                                                      sc::ScaledParams(p, qv::DpiOf(m_hWnd)));
 
     m_btn.MoveWindow(RECT{l.button.left, l.button.top, l.button.right, l.button.bottom}, true);
     if (m_pControl && ::IsWindow(m_pControl)) {
@@ -332,4 +380,38 @@ BOOL XScriptContainer::OnNotify(WPARAM wp, LPARAM lp, LRESULT* result) {
 BOOL XScriptContainer::PreTranslateMessage(MSG* msg) {
     if (msg && m_tooltip.IsWindow() && msg->hwnd != m_btn.m_hWnd) m_tooltip.RelayEvent(msg);
     return FALSE;
+}
+
+bool XScriptContainer::AccessibleName(long child, std::wstring& name) {
+    if (child != CHILDID_SELF) return false;
+    name = qv::AccessibleLabelOf(m_hWnd);
+    return !name.empty();
+}
+
+bool XScriptContainer::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_GROUPING;
+    return true;
+}
+
+void XScriptContainer::OnDpiChanged(UINT) {
+    if (!IsWindow()) return;
+    HFONT font = m_pControl && ::IsWindow(m_pControl)
+                     ? reinterpret_cast<HFONT>(::SendMessageW(m_pControl, WM_GETFONT, 0, 0))
+                     : nullptr;
+    if (!font) font = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
+    m_btn.SetFont(font, true);
+    ManageLayout(m_ePosition);
+}
+
+bool XScriptContainer::ExecuteButton::AccessibleName(long child, std::wstring& name) {
+    if (child != CHILDID_SELF || m_name.empty()) return false;
+    name = m_name;
+    return true;
+}
+
+bool XScriptContainer::ExecuteButton::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_PUSHBUTTON;
+    return true;
 }

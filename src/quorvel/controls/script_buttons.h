@@ -35,6 +35,20 @@
 // the host handles a press of the button (WM_COMMAND, BN_CLICKED, the
 // button's id) and the control's notifications where it handles its other
 // controls'. The control's window goes with the container's.
+//
+// DPI: every length here (the buttons' padding around their texts, the
+// group's spacing, the container's margin, button size and size limits,
+// the host's ConstructParam values included) is pixels at 96 DPI, scaled to
+// the window's DPI when it is laid out, so a form looks the same at 150 %
+// as at 100 %. The buttons' texts are measured in the fonts the host gives,
+// which the host makes as large as the DPI wants. When the window moves to
+// a monitor of another DPI, the group measures its buttons again (in its
+// font, which it gives them too) and both lay themselves out again.
+//
+// Screen readers: a script button is a push button named by its command
+// text; the group is a grouping named by the label before it; so is the
+// container, whose "..." button is named by what it does, its tooltip text
+// ("Execute script", translated), not by its three dots.
 #pragma once
 
 #include <windows.h>
@@ -45,12 +59,14 @@
 #include <vector>
 
 #include "quorvel/common/api.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
+#include "quorvel/platform/dpi.h"
 
 class XBaseScriptBtn_Group;
 
 // One command of a group: a push button that tells its group when pressed.
-class QV_API XBaseSCriptButton : public qv::Button {
+class QV_API XBaseSCriptButton : public qv::Button, public qv::AccessibleSource {
 public:
     // Child, visible, group, tab stop.
     enum : DWORD { kStyle = 0x50030000 };
@@ -66,6 +82,9 @@ public:
     // The width the button was created with (its text's, in a group).
     int GetNaturalWidth() const noexcept { return m_nNaturalWidth; }
 
+    // Screen readers: a push button (named by its text).
+    bool AccessibleRole(long child, long& role) override;
+
 protected:
     bool OnReflectCommand(UINT notifyCode) override;  // reflected WM_COMMAND (BN_CLICKED)
     // Posts the click message with the command id to the group, when the
@@ -73,12 +92,14 @@ protected:
     void OnScriptButtonClicked();
 
 private:
+    friend class XBaseScriptBtn_Group;  // measures its buttons again at a new DPI
+
     HWND m_pParent = nullptr;
     UINT m_nID = 0;
     int m_nNaturalWidth = 0;
 };
 
-class QV_API XBaseScriptBtn_Group : public qv::Static {
+class QV_API XBaseScriptBtn_Group : public qv::Static, public qv::AccessibleSource, public qv::DpiListener {
 public:
     // Child, visible (the group has no border and no text).
     enum : DWORD { kStyle = 0x50000000 };
@@ -120,6 +141,12 @@ public:
     // The button of the index-th command (in the order added), or null.
     XBaseSCriptButton* GetScriptButton(int index) const noexcept;
 
+    // Screen readers: a grouping (named by its label, as any text-less field).
+    bool AccessibleRole(long child, long& role) override;
+    // A new DPI: every button measured again in the group's font (which the
+    // buttons take), the content size updated and the buttons laid out.
+    void OnDpiChanged(UINT dpi) override;
+
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     void OnSize(UINT type, int cx, int cy) override;                  // WM_SIZE
@@ -132,6 +159,8 @@ private:
     void Align_Vertical(int cx, int cy);
     void UpdateSize_Horizontal();
     void UpdateSize_Vertical();
+    // A button for `text` in `font` at the group's DPI (text extent + padding).
+    SIZE MeasureButton(const std::wstring& text, HFONT font) const;
     // The buttons that are windows, in order.
     std::vector<XBaseSCriptButton*> LiveButtons() const;
 
@@ -142,8 +171,21 @@ private:
     int m_nWidth = 0;
 };
 
-class QV_API XScriptContainer : public qv::Window {
+class QV_API XScriptContainer : public qv::Window, public qv::AccessibleSource, public qv::DpiListener {
 public:
+    // The "..." button: a push button that screen readers know by what it
+    // does (its tooltip text) rather than by its caption.
+    class QV_API ExecuteButton : public qv::Button, public qv::AccessibleSource {
+    public:
+        // The name readers hear; "" leaves them the caption.
+        void SetAccessibleName(const std::wstring& name) { m_name = name; }
+        bool AccessibleName(long child, std::wstring& name) override;
+        bool AccessibleRole(long child, long& role) override;
+
+    private:
+        std::wstring m_name;
+    };
+
     // Where the button sits beside the control.
     enum BtnPos : int { PosTop = 0, PosRight = 1, PosBottom = 2, PosLeft = 3 };
 
@@ -190,13 +232,21 @@ public:
     HWND GetButton() const noexcept { return m_btn.m_hWnd; }
     HWND GetToolTipCtrl() const noexcept { return m_tooltip.m_hWnd; }
 
+    // Screen readers: a grouping named by the label before it.
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleRole(long child, long& role) override;
+    // A new DPI: the button takes the control's font again and the
+    // container lays itself out at the new sizes.
+    void OnDpiChanged(UINT dpi) override;
+
 protected:
     int OnCreate(CREATESTRUCTW* cs) override;                          // WM_CREATE
     void OnDestroy() override;                                         // WM_DESTROY
     void OnSize(UINT type, int cx, int cy) override;                   // WM_SIZE
     BOOL OnCommand(WPARAM wp, LPARAM lp) override;                     // WM_COMMAND
     BOOL OnNotify(WPARAM wp, LPARAM lp, LRESULT* result) override;     // WM_NOTIFY
-    // Places the control and the button for the button on `position`.
+    // Places the control and the button for the button on `position`, at
+    // the container's DPI.
     void ManageLayout(BtnPos position);
 
 private:
@@ -206,7 +256,7 @@ private:
     int m_nMaxWidth = 100;
     int m_nMinWidth = 50;
     bool m_bUseLimits = false;
-    qv::Button m_btn;
+    ExecuteButton m_btn;
     UINT m_nButtonId = 0;
     BtnPos m_ePosition = PosRight;
     int m_nButtonHeight = 20;

@@ -1,7 +1,10 @@
 #include "quorvel/controls/scroll_dialog.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 
+#include "quorvel/frame/services.h"
 #include "quorvel/frame/siblings.h"
 #include "resources/resource.h"
 
@@ -55,6 +58,18 @@ LRESULT XScrollGripper::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
     return ScrollBar::WindowProc(msg, wp, lp);
 }
 
+bool XScrollGripper::AccessibleName(long child, std::wstring& name) {
+    if (child != CHILDID_SELF) return false;
+    name = qv::Services::Translation().Translate(L"Size grip");
+    return true;
+}
+
+bool XScrollGripper::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_GRIP;
+    return true;
+}
+
 // ---------------------------------------------------------------------------
 // XScrollDialog
 
@@ -70,11 +85,11 @@ BOOL XScrollDialog::OnInitDialog() {
     if (m_bScrollingDisabled) return TRUE;
     const RECT rc = GetClientRect();
     m_rcInitialClient = rc;
-    m_model.Init(rc.right - rc.left, rc.bottom - rc.top);
+    m_model.Init(rc.right - rc.left, rc.bottom - rc.top, qv::DpiOf(m_hWnd));
     m_iWheelCarry = m_iHWheelCarry = 0;
     m_bInitialized = 1;
-    const RECT grip{rc.right - ::GetSystemMetrics(SM_CXHSCROLL), rc.bottom - ::GetSystemMetrics(SM_CYVSCROLL), rc.right,
-                    rc.bottom};
+    const SIZE gripSize = GripMetrics();
+    const RECT grip{rc.right - gripSize.cx, rc.bottom - gripSize.cy, rc.right, rc.bottom};
     if (!m_gripper.IsWindow() && !m_gripper.Create(XScrollGripper::kStyle, grip, m_hWnd, XScrollGripper::kId))
         qv::LogFailure(L" XScrollDialog::OnInitDialog", __LINE__, L"Creating the size grip failed");
     // A dialog that cannot be resized has no use for the grip: the first
@@ -96,8 +111,9 @@ void XScrollDialog::SetupScrollbars() {
     // are those of the client area that remains once they are shown.
     const RECT rc = GetClientRect();
     const DWORD style = GetStyle();
-    const int barWidth = ::GetSystemMetrics(SM_CXVSCROLL);
-    const int barHeight = ::GetSystemMetrics(SM_CYHSCROLL);
+    const UINT dpi = qv::DpiOf(m_hWnd);
+    const int barWidth = qv::SystemMetricForDpi(SM_CXVSCROLL, dpi);
+    const int barHeight = qv::SystemMetricForDpi(SM_CYHSCROLL, dpi);
     const int bareWidth = rc.right - rc.left + ((style & WS_VSCROLL) ? barWidth : 0);
     const int bareHeight = rc.bottom - rc.top + ((style & WS_HSCROLL) ? barHeight : 0);
     const sc::Model::Size fit = m_model.FitBars(bareWidth, bareHeight, barWidth, barHeight);
@@ -142,9 +158,18 @@ SIZE XScrollDialog::GetGripperSize() const {
     return SIZE{rc.right - rc.left, rc.bottom - rc.top};
 }
 
+SIZE XScrollDialog::GripMetrics() const {
+    const UINT dpi = qv::DpiOf(m_hWnd);
+    return SIZE{qv::SystemMetricForDpi(SM_CXHSCROLL, dpi), qv::SystemMetricForDpi(SM_CYVSCROLL, dpi)};
+}
+
 void XScrollDialog::OnSize(UINT, int, int) {
     Default();
     if (!m_bInitialized || m_bScrollingDisabled || m_bInLayout) return;
+    Relayout();
+}
+
+void XScrollDialog::Relayout() {
     // Showing a scroll bar takes room from the client area and sends another
     // WM_SIZE; that one is left alone and the layout is repeated here until
     // the client size holds (two bars: at most three rounds).
@@ -204,7 +229,43 @@ BOOL XScrollDialog::OnMouseWheel(UINT, short delta, POINT) {
     return TRUE;
 }
 
+void XScrollDialog::OnDpiChanged(UINT dpi) {
+    if (!m_bInitialized || m_bScrollingDisabled || m_bInLayout || !IsWindow()) return;
+    {
+        // Back to the origin in the old units, then the layout and the
+        // units for the new DPI.
+        Busy busy(m_bInLayout);
+        ResetScrollbars();
+        m_model.ChangeDpi(dpi);
+        m_rcInitialClient.right = m_rcInitialClient.left + m_model.LayoutWidth();
+        m_rcInitialClient.bottom = m_rcInitialClient.top + m_model.LayoutHeight();
+        m_iWheelCarry = m_iHWheelCarry = 0;
+        if (m_gripper.IsWindow()) {
+            // Made again for the new scroll-bar size, so it is the size the
+            // system gives a size box at this DPI; the layout below places
+            // it and shows or hides it.
+            m_gripper.DestroyWindow();
+            const RECT rc = GetClientRect();
+            const SIZE grip = GripMetrics();
+            if (!m_gripper.Create(XScrollGripper::kStyle,
+                                  RECT{rc.right - grip.cx, rc.bottom - grip.cy, rc.right, rc.bottom}, m_hWnd,
+                                  XScrollGripper::kId))
+                qv::LogFailure(L" XScrollDialog::OnDpiChanged", __LINE__, L"Creating the size grip failed");
+        }
+    }
+    Relayout();
+}
+
 LRESULT XScrollDialog::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_DPICHANGED && lp && !(GetStyle() & WS_CHILD)) {
+        // A top-level dialog takes the rectangle the system suggests for
+        // the new DPI, after its layout has been rescaled (OnDpiChanged).
+        const RECT suggested = *reinterpret_cast<const RECT*>(lp);
+        const LRESULT result = Dialog::WindowProc(msg, wp, lp);
+        SetWindowPos(nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
+                     suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+        return result;
+    }
     if (msg == WM_MOUSEHWHEEL && !m_bScrollingDisabled && m_model.Horizontal().maximum > 0) {
         // A tilt to the right is a positive turn; the lines run the other way.
         int chars = UserSetting(SPI_GETWHEELSCROLLCHARS, 3);

@@ -15,20 +15,36 @@
 // The host derives its dialogs from it and names its own template and
 // module; the default constructor takes the library's empty child page
 // (IDD_QV_FORMVIEW), for a page whose controls the host makes at run time.
+//
+// DPI: the units are 8 and 4 pixels at 96 DPI, scaled to the dialog's DPI,
+// and the grip is as large as the system's scroll bars at that DPI. When
+// the dialog moves to a monitor of another DPI it scrolls back to the
+// origin, rescales its layout size with the fields the system scaled, makes
+// the grip again at the new size and sets up its ranges again; a top-level
+// dialog also takes the window rectangle the system suggests for the new
+// DPI.
+//
+// Screen readers: the grip is a grip named "Size grip".
 #pragma once
 
 #include "quorvel/common/api.h"
 #include "quorvel/controls/scroll_dialog_rules.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
 #include "quorvel/platform/dialog.h"
+#include "quorvel/platform/dpi.h"
 
 // The size grip: a size-box scroll bar whose whole area answers the
 // hit-test as the bottom-right sizing border, so that dragging it resizes
 // the dialog it sits on.
-class QV_API XScrollGripper : public qv::ScrollBar {
+class QV_API XScrollGripper : public qv::ScrollBar, public qv::AccessibleSource {
 public:
     enum : UINT { kId = 59936 };
     enum : DWORD { kStyle = WS_CHILD | WS_VISIBLE | SBS_SIZEGRIP | SBS_SIZEBOX | SBS_SIZEBOXBOTTOMRIGHTALIGN };
+
+    // Screen readers: a grip, named "Size grip" (translated).
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleRole(long child, long& role) override;
 
 protected:
     // WM_NCHITTEST: HTBOTTOMRIGHT where the bar answers HTCLIENT;
@@ -36,8 +52,10 @@ protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
 };
 
-class QV_API XScrollDialog : public qv::Dialog {
+class QV_API XScrollDialog : public qv::Dialog, public qv::DpiListener {
 public:
+    // Pixels per unit at 96 DPI (UnitX(), UnitY() answer them at the
+    // dialog's DPI).
     enum : int { kUnitX = qv::scrolling::kUnitX, kUnitY = qv::scrolling::kUnitY };
 
     // The library's empty child page.
@@ -61,6 +79,12 @@ public:
     RECT GetInitialClientRect() const noexcept { return m_rcInitialClient; }
     bool IsScrollingDisabled() const noexcept { return m_bScrollingDisabled; }
     HWND GetGripper() const noexcept { return m_gripper.m_hWnd; }
+    // Pixels per unit at the dialog's DPI.
+    int UnitX() const noexcept { return m_model.UnitX(); }
+    int UnitY() const noexcept { return m_model.UnitY(); }
+
+    // The dialog now draws at `dpi` (see the top of this file).
+    void OnDpiChanged(UINT dpi) override;
 
 protected:
     // Base initialisation, then (unless scrolling is disabled) the layout is
@@ -81,9 +105,14 @@ protected:
     void OnVScroll(UINT code, UINT pos, HWND scrollBar) override;
     void OnHScroll(UINT code, UINT pos, HWND scrollBar) override;
     BOOL OnMouseWheel(UINT flags, short delta, POINT pt) override;
-    LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;  // WM_MOUSEHWHEEL
+    // WM_MOUSEHWHEEL; WM_DPICHANGED (the suggested rectangle).
+    LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
 
 private:
+    // Scrolls back and sets the ranges up until the client size holds.
+    void Relayout();
+    // The grip's size: the system's scroll-bar size at the dialog's DPI.
+    SIZE GripMetrics() const;
     void ScrollVertically(int step);
     void ScrollHorizontally(int step);
     bool IsMaximised() const;

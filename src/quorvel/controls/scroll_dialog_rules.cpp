@@ -47,16 +47,25 @@ int ClampStep(const Axis& axis, int step) noexcept {
     return step;
 }
 
-void Model::Init(int layoutWidth, int layoutHeight) noexcept {
+void Model::Init(int layoutWidth, int layoutHeight, unsigned dpi) noexcept {
+    m_dpi = dpi == 0 ? kBaseDpi : dpi;
+    // At least a pixel a unit, whatever DPI a failed query reports.
+    m_unitX = (std::max)(1, ScaleToDpi(kUnitX, m_dpi));
+    m_unitY = (std::max)(1, ScaleToDpi(kUnitY, m_dpi));
     m_layoutWidth = layoutWidth;
     m_layoutHeight = layoutHeight;
     m_h = Axis{};
     m_v = Axis{};
 }
 
+void Model::ChangeDpi(unsigned dpi) noexcept {
+    const unsigned to = dpi == 0 ? kBaseDpi : dpi;
+    Init(ScaleBetweenDpi(m_layoutWidth, m_dpi, to), ScaleBetweenDpi(m_layoutHeight, m_dpi, to), to);
+}
+
 bool Model::Resize(int clientWidth, int clientHeight, bool maximised, bool resizable) noexcept {
-    const int h = (m_layoutWidth - clientWidth) / kUnitX;
-    const int v = (m_layoutHeight - clientHeight) / kUnitY;
+    const int h = (m_layoutWidth - clientWidth) / m_unitX;
+    const int v = (m_layoutHeight - clientHeight) / m_unitY;
     Fit(m_h, h);
     Fit(m_v, v);
     return h < 1 && v < 1 && !maximised && resizable;
@@ -67,11 +76,11 @@ Model::Size Model::FitBars(int bareWidth, int bareHeight, int barWidth, int barH
     bool across = false;
     bool down = false;
     for (int round = 0; round < 2; ++round) {
-        if (!across && (m_layoutWidth - size.width) / kUnitX >= 1) {
+        if (!across && (m_layoutWidth - size.width) / m_unitX >= 1) {
             across = true;
             size.height -= barHeight;
         }
-        if (!down && (m_layoutHeight - size.height) / kUnitY >= 1) {
+        if (!down && (m_layoutHeight - size.height) / m_unitY >= 1) {
             down = true;
             size.width -= barWidth;
         }
@@ -85,12 +94,12 @@ int Model::VerticalStep(int command, int thumb) const noexcept {
 
 int Model::HorizontalStep(int command, int thumb) const noexcept { return Step(m_h, command, thumb, kPageX); }
 
-int Model::ScrollVertical(int step) noexcept { return Take(m_v, step, kUnitY); }
+int Model::ScrollVertical(int step) noexcept { return Take(m_v, step, m_unitY); }
 
-int Model::ScrollHorizontal(int step) noexcept { return Take(m_h, step, kUnitX); }
+int Model::ScrollHorizontal(int step) noexcept { return Take(m_h, step, m_unitX); }
 
 Model::Shift Model::Reset() noexcept {
-    const Shift shift{m_h.position * kUnitX, m_v.position * kUnitY};
+    const Shift shift{m_h.position * m_unitX, m_v.position * m_unitY};
     m_h.position = 0;
     m_v.position = 0;
     return shift;

@@ -2,21 +2,23 @@
 // made smaller than its layout can scroll, which step each scroll-bar command
 // and each wheel turn takes, and whether and where the size grip shows.
 //
-// Positions are counted in units: 8 pixels across, 4 pixels down. A dialog
-// scrolls as far as it lacks room: the excess of its layout's client size
-// over its current one, in units (integer division, so a shortfall of less
-// than one unit does not scroll).
+// Positions are counted in units: 8 pixels across, 4 pixels down at 96 DPI,
+// scaled to the dialog's DPI (so a line takes the same share of a field at
+// 150 % as at 100 %). A dialog scrolls as far as it lacks room: the excess
+// of its layout's client size over its current one, in units (integer
+// division, so a shortfall of less than one unit does not scroll).
 //
 // Private to the library: the window class (scroll_dialog.h) keeps a Model
 // and turns its answers into scroll bars and ScrollWindow calls.
 #pragma once
 
 #include "quorvel/common/box.h"
+#include "quorvel/common/dpi_rules.h"
 
 namespace qv::scrolling {
 
-inline constexpr int kUnitX = 8;  // pixels per horizontal unit
-inline constexpr int kUnitY = 4;  // pixels per vertical unit
+inline constexpr int kUnitX = 8;  // pixels per horizontal unit at 96 DPI
+inline constexpr int kUnitY = 4;  // pixels per vertical unit at 96 DPI
 // A page across is always this many units; a page down is the whole
 // vertical excess (at least one unit).
 inline constexpr int kPageX = 8;
@@ -49,8 +51,19 @@ using Box = qv::Box;
 // was initialised) and its current client rectangle.
 class Model {
 public:
-    // Remembers the layout size; positions back to 0.
-    void Init(int layoutWidth, int layoutHeight) noexcept;
+    // Remembers the layout size, measured at `dpi`; positions back to 0.
+    void Init(int layoutWidth, int layoutHeight, unsigned dpi = kBaseDpi) noexcept;
+
+    // The dialog now draws at `dpi`: the layout size rescaled from the DPI
+    // before (the system scales the dialog's fields with it), the units for
+    // the new DPI, both positions back to 0 (the caller has scrolled the
+    // contents back to the origin with Reset first). The excesses follow at
+    // the next Resize.
+    void ChangeDpi(unsigned dpi) noexcept;
+    unsigned Dpi() const noexcept { return m_dpi; }
+    // Pixels per unit at the dialog's DPI.
+    int UnitX() const noexcept { return m_unitX; }
+    int UnitY() const noexcept { return m_unitY; }
 
     // A new client size: the excesses and maxima, and each position kept
     // within its new range. Answers whether the size grip shows: only when
@@ -95,6 +108,9 @@ public:
     int LayoutHeight() const noexcept { return m_layoutHeight; }
 
 private:
+    unsigned m_dpi = kBaseDpi;
+    int m_unitX = kUnitX;
+    int m_unitY = kUnitY;
     int m_layoutWidth = 0;
     int m_layoutHeight = 0;
     Axis m_h;

@@ -1,6 +1,9 @@
 #include "quorvel/views/button_container.h"
 
+#include <oleacc.h>
+
 #include <string>
+#include <utility>
 
 #include "quorvel/common/boundary.h"
 #include "quorvel/frame/services.h"
@@ -26,6 +29,27 @@ bt::Extent ToExtent(SIZE s) { return {s.cx, s.cy}; }
 bt::Orientation ToOrientation(int orientation) {
     return orientation == XButtonContainer::kVertical ? bt::Orientation::kVertical : bt::Orientation::kHorizontal;
 }
+
+// A button of the container: a push button named by its caption, and
+// described to screen readers by its tooltip text, so a reader hears what a
+// sighted user reads when the mouse rests on it.
+class ContainerButton final : public qv::Button, public qv::AccessibleSource {
+public:
+    explicit ContainerButton(std::wstring description) : m_description(std::move(description)) {}
+    bool AccessibleRole(long child, long& role) override {
+        if (child != CHILDID_SELF) return false;
+        role = ROLE_SYSTEM_PUSHBUTTON;
+        return true;
+    }
+    bool AccessibleDescription(long child, std::wstring& description) override {
+        if (child != CHILDID_SELF || m_description.empty()) return false;
+        description = m_description;
+        return true;
+    }
+
+private:
+    std::wstring m_description;
+};
 
 }  // namespace
 
@@ -63,7 +87,7 @@ int XButtonContainer::OnCreate(CREATESTRUCTW* cs) {
     for (XButtonDescription& d : m_descriptions) {
         d.caption = Translated(d.caption);
         d.tooltip = Translated(d.tooltip);
-        auto button = std::make_unique<qv::Button>();
+        std::unique_ptr<qv::Button> button = std::make_unique<ContainerButton>(d.tooltip);
         if (!button->Create(d.caption.c_str(), kButtonStyle, kProvisional, m_hWnd, d.id)) return -1;
         button->SetFont(font, false);
         if (!d.tooltip.empty() && m_tooltip.AddTool(button->m_hWnd, d.tooltip.c_str())) m_tooltip.Activate(true);
@@ -98,13 +122,16 @@ SIZE XButtonContainer::CalculateButtonSize() {
             ::GetTextExtentPoint32W(dc, sample.c_str(), static_cast<int>(sample.size()), &text);
         }
     }
-    const bt::Extent size = bt::ButtonSize(ToExtent(text), kInnerMargin);
+    const bt::Extent size = bt::ButtonSize(ToExtent(text), GetInnerMargin());
     return SIZE{size.cx, size.cy};
 }
 
+int XButtonContainer::GetInnerMargin() const noexcept { return qv::Scale(m_hWnd, kInnerMargin); }
+int XButtonContainer::GetSpacing() const noexcept { return qv::Scale(m_hWnd, kSpacing); }
+
 bool XButtonContainer::PlaceButtons(int orientation, const RECT& area, SIZE size) {
     const bt::Placement placed =
-        bt::PlaceButtons(ToOrientation(orientation), ToBox(area), ToExtent(size), kSpacing, m_buttons.size());
+        bt::PlaceButtons(ToOrientation(orientation), ToBox(area), ToExtent(size), GetSpacing(), m_buttons.size());
     for (size_t i = 0; i < placed.boxes.size(); ++i) {
         const bt::Box& b = placed.boxes[i];
         m_buttons[i]->MoveWindow(RECT{b.left, b.top, b.right, b.bottom}, true);
@@ -126,7 +153,7 @@ bool XButtonContainer::PositionButtonsVertical(RECT area, SIZE size) try {
 
 void XButtonContainer::ManageLayout() try {
     if (!IsWindow()) return;
-    const bt::Box area = bt::InnerArea(ToBox(GetClientRect()), kSpacing);
+    const bt::Box area = bt::InnerArea(ToBox(GetClientRect()), GetSpacing());
     const RECT rc{area.left, area.top, area.right, area.bottom};
     const SIZE size = CalculateButtonSize();
     if (m_orientation == kVertical)
@@ -139,7 +166,7 @@ void XButtonContainer::ManageLayout() try {
 
 SIZE XButtonContainer::GetMinSize() try {
     const bt::Extent min =
-        bt::MinimumSize(ToOrientation(m_orientation), m_buttons.size(), ToExtent(CalculateButtonSize()), kSpacing);
+        bt::MinimumSize(ToOrientation(m_orientation), m_buttons.size(), ToExtent(CalculateButtonSize()), GetSpacing());
     return SIZE{min.cx, min.cy};
 } catch (...) {
     return qv::CaughtAtEdge(" XButtonContainer::GetMinSize", __LINE__, SIZE{0, 0});
@@ -160,3 +187,17 @@ BOOL XButtonContainer::OnNotify(WPARAM wp, LPARAM lp, LRESULT* result) {
     Window::OnNotify(wp, lp, result);
     return TRUE;
 }
+
+bool XButtonContainer::AccessibleName(long child, std::wstring& name) {
+    if (child != CHILDID_SELF) return false;
+    name = qv::AccessibleLabelOf(m_hWnd);
+    return !name.empty();
+}
+
+bool XButtonContainer::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_GROUPING;
+    return true;
+}
+
+void XButtonContainer::OnDpiChanged(UINT) { ManageLayout(); }

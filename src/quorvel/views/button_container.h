@@ -21,6 +21,15 @@
 // host handles the bar's commands where it handles those of its other
 // controls. The container is a control parent: Tab moves through its
 // buttons with the rest of the dialog.
+//
+// DPI: the inner margin and the spacing are pixels at 96 DPI, scaled to the
+// container's DPI; the captions are measured in the host's font, which the
+// host makes as large as the DPI wants. The container lays its buttons out
+// again when it moves to a monitor of another DPI.
+//
+// Screen readers: the container is a grouping named by the label before
+// it; each button is a push button named by its caption (mnemonic marks
+// removed), with its tooltip text as its description.
 #pragma once
 
 #include <windows.h>
@@ -30,7 +39,9 @@
 #include <vector>
 
 #include "quorvel/common/api.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
+#include "quorvel/platform/dpi.h"
 #include "quorvel/platform/window.h"
 
 // One button of the container.
@@ -40,13 +51,13 @@ struct XButtonDescription {
     UINT id = 0;           // the command id the button sends
 };
 
-class QV_API XButtonContainer : public qv::Window {
+class QV_API XButtonContainer : public qv::Window, public qv::AccessibleSource, public qv::DpiListener {
 public:
     enum : int {
         kHorizontal = 0,  // one row
         kVertical = 1,    // one column
-        kInnerMargin = 5,
-        kSpacing = 5,
+        kInnerMargin = 5,  // pixels at 96 DPI
+        kSpacing = 5,      // pixels at 96 DPI
     };
 
     // `font` (not owned; null: the GUI font) measures and shows the captions.
@@ -60,7 +71,8 @@ public:
     BOOL Create(const RECT& rect, HWND parent, UINT id, DWORD style = WS_CHILD | WS_VISIBLE);
 
     // The common button size: the longest caption's length in "W"s, measured
-    // in the container's font, plus twice the inner margin each way.
+    // in the container's font, plus twice the inner margin (at the
+    // container's DPI) each way.
     virtual SIZE CalculateButtonSize();
     // Lays the buttons out in a row / a column inside `area`. False when a
     // button did not fit; the buttons before it are placed.
@@ -68,6 +80,8 @@ public:
     virtual bool PositionButtonsVertical(RECT area, SIZE size);
 
     // Lays the buttons out in the client area less the spacing (WM_SIZE).
+    // `area` of the two positioning functions is already inside it; the
+    // spacing between the buttons is the one at the container's DPI.
     void ManageLayout();
     // The smallest client size that shows every button.
     SIZE GetMinSize();
@@ -78,6 +92,15 @@ public:
     HWND GetButton(int index) const noexcept;
     // The tooltip control of the buttons (null before Create).
     HWND GetToolTip() const noexcept { return m_tooltip.m_hWnd; }
+    // The inner margin and the spacing at the container's DPI.
+    int GetInnerMargin() const noexcept;
+    int GetSpacing() const noexcept;
+
+    // Screen readers: a grouping named by the label before it.
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleRole(long child, long& role) override;
+    // A new DPI: the buttons are laid out again at its sizes.
+    void OnDpiChanged(UINT dpi) override;
 
 protected:
     int OnCreate(CREATESTRUCTW* cs) override;                          // WM_CREATE

@@ -1,5 +1,7 @@
 #include "quorvel/windows/line_number_edit.h"
 
+#include <oleacc.h>
+
 #include "quorvel/platform/gdi.h"
 #include "quorvel/windows/line_number_rules.h"
 
@@ -90,16 +92,35 @@ void XLineNumberStatic::OnPaint() {
         SIZE zero{};
         ::GetTextExtentPoint32W(memory, L"0", 1, &zero);
         const qv::LineNumberFormat format = qv::LineNumberFormat::OrDefault(m_strFormat);
+        const int left = qv::LineNumberLeft(qv::DpiOf(m_hWnd));
         for (int line = m_nFirst; line < m_nLast; ++line) {
             const int y = qv::LineNumberTop(line, m_nFirst, zero.cy, m_nTopMargin);
             // Whatever first and last a caller set, no more numbers are
             // written than can be seen.
             if (y >= cy || line - m_nFirst > cy) break;
             const std::wstring text = format.Format(line + 1);
-            ::TextOutW(memory, kNumberLeft, y, text.c_str(), static_cast<int>(text.size()));
+            ::TextOutW(memory, left, y, text.c_str(), static_cast<int>(text.size()));
         }
     }
     memory.CopyTo(paint);
+}
+
+bool XLineNumberStatic::AccessibleName(long child, std::wstring& name) {
+    if (child != CHILDID_SELF) return false;
+    name.clear();  // not the window text the gutter is made with
+    return true;
+}
+
+bool XLineNumberStatic::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_GRAPHIC;
+    return true;
+}
+
+bool XLineNumberStatic::AccessibleState(long child, long& state) {
+    if (child != CHILDID_SELF) return false;
+    state = STATE_SYSTEM_INVISIBLE | STATE_SYSTEM_READONLY;
+    return true;
 }
 
 // ---- XMultiLineEditLN -------------------------------------------------------------------
@@ -158,7 +179,7 @@ int XMultiLineEditLN::CalcLineNumberWidth() {
     m_strMeasured = qv::LineCountText(qv::LineNumberFormat::OrDefault(m_strFormat), GetLineCount());
     SIZE size{};
     ::GetTextExtentPoint32W(dc, m_strMeasured.c_str(), static_cast<int>(m_strMeasured.size()), &size);
-    return qv::LineNumberGutterWidth(size.cx);
+    return qv::LineNumberGutterWidth(size.cx, qv::DpiOf(m_hWnd));
 }
 
 int XMultiLineEditLN::AskEdit(UINT msg) {
@@ -276,8 +297,14 @@ LRESULT XMultiLineEditLN::OnSetFont(WPARAM, LPARAM) {
     return result;
 }
 
+void XMultiLineEditLN::OnDpiChanged(UINT) { Prepare(); }
+
 bool XMultiLineEditLN::OnReflectCommand(UINT notifyCode) {
-    if (notifyCode == EN_CHANGE) OnChange();
+    if (notifyCode == EN_CHANGE) {
+        OnChange();
+        // A reader hears the new text, as from the library's other fields.
+        qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);
+    }
     return false;  // the parent hears of the change too
 }
 

@@ -41,6 +41,17 @@
 // Hosts create the edit with XBaseMultiLineEdit's Create (or CreateEx), or
 // attach it to a multi-line EDIT of their dialog with SubclassDlgItem or
 // Attach; either way the gutter is made at once.
+//
+// DPI: the numbers are written in the edit's font, which the host makes as
+// large as the DPI wants; the gutter's air around them (5 pixels, the
+// numbers 2 pixels in) is scaled to the edit's DPI, and the edit lays the
+// gutter out again when it moves to a monitor of another DPI.
+//
+// Screen readers: the edit is a field like any other, named by the label
+// before it, its text its value. The gutter repeats what a reader already
+// says (the line the caret is on) and is decoration to them: it reports
+// itself as an unnamed graphic in the invisible state, which readers skip,
+// so walking through a form never stops at a column of numbers.
 #pragma once
 
 #include <windows.h>
@@ -50,17 +61,20 @@
 #include "quorvel/common/api.h"
 #include "quorvel/controls/base_edit.h"
 #include "quorvel/controls/color.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
+#include "quorvel/platform/dpi.h"
 
 // The gutter: a static that paints the numbers of the lines first to last
 // (0-based, last excluded, shown from 1) of its parent edit, in the edit's
 // font, double-buffered, with a one-pixel line in the foreground colour at
 // its right edge.
-class QV_API XLineNumberStatic : public qv::Static {
+class QV_API XLineNumberStatic : public qv::Static, public qv::AccessibleSource {
 public:
     // RGB(234, 232, 228), a light grey.
     enum : COLORREF { kDefaultBackground = 0xE4E8EA };
-    // The left inset of the numbers, in pixels.
+    // The left inset of the numbers, in pixels at 96 DPI (scaled to the
+    // gutter's DPI when painted).
     enum : int { kNumberLeft = 2 };
 
     // Numbers in the system's window text colour on the light grey, format "%05i".
@@ -86,6 +100,12 @@ public:
     void SetTopMargin(int margin);
     int GetTopMargin() const noexcept { return m_nTopMargin; }
 
+    // Screen readers skip the gutter (see the top of this file): an unnamed
+    // graphic, invisible to them.
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+
 protected:
     void OnPaint() override;                           // WM_PAINT
     BOOL OnEraseBkgnd(HDC dc) override;                // WM_ERASEBKGND: the painting covers it all
@@ -105,7 +125,7 @@ protected:
     int m_nLast = 0;
 };
 
-class QV_API XMultiLineEditLN : public XBaseMultiLineEdit {
+class QV_API XMultiLineEditLN : public XBaseMultiLineEdit, public qv::DpiListener {
 public:
     // The gutter's window: text, style (WS_CHILD | WS_VISIBLE | SS_CENTER)
     // and control id.
@@ -129,7 +149,7 @@ public:
     // formatting rectangle's top and the lines to number.
     void Prepare();
     // Measures "0" and the formatted line count in the edit's font; answers
-    // the gutter's width (the count's width + 5).
+    // the gutter's width (the count's width + 5, the 5 scaled to the DPI).
     int CalcLineNumberWidth();
     // Gives the gutter the lines to number now (it repaints when they changed).
     void UpdateTopAndBottom();
@@ -148,6 +168,10 @@ public:
     // text the whole client area again.
     HWND Detach();
     HWND UnsubclassWindow() { return Detach(); }
+
+    // The edit now draws at another DPI: the gutter is measured and laid
+    // out again (Prepare).
+    void OnDpiChanged(UINT dpi) override;
 
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;

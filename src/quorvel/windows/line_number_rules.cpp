@@ -37,9 +37,11 @@ LineRange VisibleLineRange(int lineCount, int firstVisible, int clientHeight, in
     return {first, last < count ? static_cast<int>(last) : count};
 }
 
-int LineNumberGutterWidth(int countTextWidth) noexcept {
-    return ClampToInt(static_cast<long long>(std::max(countTextWidth, 0)) + 5);
+int LineNumberGutterWidth(int countTextWidth, unsigned dpi) noexcept {
+    return ClampToInt(static_cast<long long>(std::max(countTextWidth, 0)) + ScaleToDpi(kGutterPadding, dpi));
 }
+
+int LineNumberLeft(unsigned dpi) noexcept { return ScaleToDpi(kGutterNumberLeft, dpi); }
 
 int LineNumberTop(int line, int first, int lineHeight, int topMargin) noexcept {
     return ClampToInt(static_cast<long long>(lineHeight) * (static_cast<long long>(line) - first) + topMargin);

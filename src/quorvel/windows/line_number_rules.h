@@ -21,6 +21,8 @@
 #include <string>
 #include <string_view>
 
+#include "quorvel/common/dpi_rules.h"
+
 namespace qv {
 
 inline constexpr std::wstring_view kDefaultLineNumberFormat = L"%05i";
@@ -39,16 +41,28 @@ struct LineRange {
 // a division by zero or an overflow.
 LineRange VisibleLineRange(int lineCount, int firstVisible, int clientHeight, int lineHeight) noexcept;
 
+// The gutter's lengths at 96 DPI: the air it adds to the measured number
+// (the left inset and some room before the dividing line), and the inset.
+inline constexpr int kGutterPadding = 5;
+inline constexpr int kGutterNumberLeft = 2;
+
 // The gutter's width for a measured line-count text: its width + 5 pixels
-// (a 2-pixel left inset, the rest is air before the dividing line).
-int LineNumberGutterWidth(int countTextWidth) noexcept;
+// (a 2-pixel left inset, the rest is air before the dividing line), the
+// pixels scaled to `dpi`. (The text is measured in the edit's font, which
+// is already as large as the DPI makes it.)
+int LineNumberGutterWidth(int countTextWidth, unsigned dpi = kBaseDpi) noexcept;
+
+// Where the numbers start: kGutterNumberLeft at `dpi`.
+int LineNumberLeft(unsigned dpi = kBaseDpi) noexcept;
 
 // The top of line `line`'s number: line height * (line - first) + the top
 // of the edit's formatting rectangle, so each number sits on its text line.
 int LineNumberTop(int line, int first, int lineHeight, int topMargin) noexcept;
 
 // The left edge the edit's formatting rectangle gets: one pixel right of
-// the gutter.
+// the gutter, at any DPI (the gutter's dividing line is a one-pixel line
+// too, as the system draws its borders; the edit keeps its own margin
+// inside the rectangle).
 inline constexpr int FormattingRectLeft(int gutterWidth) noexcept { return gutterWidth + 1; }
 
 // A parsed number format: literal text ("%%" for a percent sign) around

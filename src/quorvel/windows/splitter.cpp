@@ -1,5 +1,7 @@
 #include "quorvel/windows/splitter.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -16,13 +18,24 @@ namespace {
 const wchar_t kClassName[] = L"QuorvelSplitter";
 // The grey that stands for the button's own colour in a face bitmap.
 constexpr COLORREF kFaceKey = RGB(192, 192, 192);
-// Keyboard moves of the bar: an arrow key, and an arrow key with Ctrl.
+// Keyboard moves of the bar: an arrow key (96-DPI pixels, scaled), and an
+// arrow key with Ctrl (one pixel at any DPI: the finest step there is).
 constexpr int kKeyStep = 8;
 constexpr int kFineKeyStep = 1;
+// How far a held-down face moves right and down (96-DPI pixels).
+constexpr int kPressShift = 1;
 
 RECT ToRect(const sp::Box& b, int dx, int dy) { return RECT{b.left + dx, b.top + dy, b.right + dx, b.bottom + dy}; }
 
 bool Contains(const RECT& rc, POINT pt) { return ::PtInRect(&rc, pt) != FALSE; }
+
+// Where `child` sits in `parent`'s client coordinates.
+RECT ChildRect(HWND parent, HWND child) {
+    RECT rc{};
+    ::GetWindowRect(child, &rc);
+    ::MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&rc), 2);
+    return rc;
+}
 
 bool IsWithin(HWND ancestor, HWND wnd) { return wnd && ancestor && (wnd == ancestor || ::IsChild(ancestor, wnd)); }
 
@@ -39,6 +52,36 @@ std::wstring Translated(const wchar_t* text) { return qv::Services::Translation(
 // ---- XSplitterButton -----------------------------------------------------------
 
 XSplitterButton::~XSplitterButton() = default;
+
+RECT XSplitterButton::GetFaceRect(bool pressed) const {
+    const RECT rc = GetClientRect();
+    const int index = pressed && m_faces[1] ? 1 : 0;
+    const SIZE size = GetBitmapSize(index == 1);
+    const UINT dpi = qv::DpiOf(m_hWnd);
+    sp::Box at = sp::FaceBox(sp::Box{rc.left, rc.top, rc.right, rc.bottom}, size.cx, size.cy,
+                             qv::BitmapFactorForDpi(dpi));
+    const int shift = pressed ? qv::ScaleToDpi(kPressShift, dpi) : 0;
+    return RECT{at.left + shift, at.top + shift, at.right + shift, at.bottom + shift};
+}
+
+bool XSplitterButton::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_PUSHBUTTON;
+    return true;
+}
+
+bool XSplitterButton::AccessibleState(long child, long& state) {
+    if (child != CHILDID_SELF || !IsWindow()) return false;
+    state = 0;
+    if (!IsWindowVisible()) state |= STATE_SYSTEM_INVISIBLE;
+    if (IsWindowEnabled())
+        state |= STATE_SYSTEM_FOCUSABLE;
+    else
+        state |= STATE_SYSTEM_UNAVAILABLE;
+    if (::GetFocus() == m_hWnd) state |= STATE_SYSTEM_FOCUSED;
+    if (SendMessage(BM_GETSTATE) & BST_PUSHED) state |= STATE_SYSTEM_PRESSED;
+    return true;
+}
 
 bool XSplitterButton::Create(const RECT& rect, HWND parent, UINT id, UINT restBitmap, UINT pressedBitmap) {
     if (!CreateEx(0, L"BUTTON", L"", kStyle, rect, parent, id)) return false;
@@ -76,7 +119,8 @@ LRESULT XSplitterButton::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
         DrawFace(reinterpret_cast<HDC>(wp));
         return 0;
     // The button draws itself straight away on these (its state, focus or
-    // text changed): our face goes over it again.
+    // text changed): our face goes over it again. A reader hears of a new
+    // name (what a press does now) and of the button held down or let go.
     case BM_SETSTATE:
     case BM_SETCHECK:
     case BM_SETSTYLE:
@@ -85,11 +129,16 @@ LRESULT XSplitterButton::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
     case WM_ENABLE:
     case WM_SETTEXT:
     case WM_UPDATEUISTATE: {
+        const bool wasPushed = msg == BM_SETSTATE && (SendMessage(BM_GETSTATE) & BST_PUSHED);
         const LRESULT result = Default();
         if (IsWindowVisible()) {
             qv::ClientDC dc(m_hWnd);
             DrawFace(dc);
         }
+        if (msg == WM_SETTEXT && result)
+            qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_NAMECHANGE);
+        else if (msg == BM_SETSTATE && wasPushed != ((SendMessage(BM_GETSTATE) & BST_PUSHED) != 0))
+            qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_STATECHANGE);
         return result;
     }
     default:
@@ -109,23 +158,17 @@ void XSplitterButton::DrawFace(HDC dc) {
     RECT rc = GetClientRect();
     const bool pressed = (SendMessage(BM_GETSTATE) & BST_PUSHED) != 0;
     ::FillRect(dc, &rc, ::GetSysColorBrush(COLOR_BTNFACE));
-    const int index = pressed && m_faces[1] ? 1 : 0;
-    const HBITMAP face = m_faces[index].get();
-    const SIZE size = GetBitmapSize(index == 1);
-    // Whatever size the face has: its own, centred, when it fits the button;
-    // scaled down with its proportions otherwise. Its grey background is
-    // left out, so the one-pixel edge drawn over it stays whole.
-    sp::Box at = sp::FitCentred(sp::Box{rc.left, rc.top, rc.right, rc.bottom}, size.cx, size.cy);
-    if (face && at.Width() > 0 && at.Height() > 0) {
-        if (pressed) at = sp::Box{at.left + 1, at.top + 1, at.right + 1, at.bottom + 1};
-        if (HDC mem = ::CreateCompatibleDC(dc)) {
-            {
-                qv::SelectObjectScope select(mem, face);
-                ::SetStretchBltMode(dc, COLORONCOLOR);
-                ::TransparentBlt(dc, at.left, at.top, at.Width(), at.Height(), mem, 0, 0, size.cx, size.cy, kFaceKey);
-            }
-            ::DeleteDC(mem);
-        }
+    const HBITMAP face = m_faces[pressed && m_faces[1] ? 1 : 0].get();
+    const RECT at = GetFaceRect(pressed);
+    const int cx = at.right - at.left, cy = at.bottom - at.top;
+    if (face && cx > 0 && cy > 0) {
+        // The face enlarged pixel for pixel into a bitmap of its own, then
+        // laid over the button without its grey, so the button's colour and
+        // the one-pixel edge drawn over it stay whole. The button cuts off
+        // what of the face's margin does not fit.
+        const qv::MemoryDC enlarged(dc, cx, cy);
+        if (enlarged.IsValid() && qv::DrawBitmapSharp(enlarged, face, RECT{0, 0, cx, cy}, qv::DpiOf(m_hWnd)))
+            ::TransparentBlt(dc, at.left, at.top, cx, cy, enlarged, 0, 0, cx, cy, kFaceKey);
     }
     ::DrawEdge(dc, &rc, pressed ? BDR_SUNKENOUTER : BDR_RAISEDINNER, BF_RECT);
 }
@@ -167,8 +210,10 @@ bool XSplitterWnd::Create(HWND parent, const RECT& rect, UINT id, DWORD style) {
     if (!CreateEx(cs.dwExStyle, cs.lpszClass, cs.lpszName, static_cast<DWORD>(cs.style), at, parent, id))
         return false;
     ModifyStyleEx(0, WS_EX_CONTROLPARENT);
-    m_cxBorder = ::GetSystemMetrics(SM_CXBORDER);
-    m_cyBorder = ::GetSystemMetrics(SM_CYBORDER);
+    const UINT dpi = qv::DpiOf(m_hWnd);
+    m_model->SetDpi(dpi);
+    m_cxBorder = qv::SystemMetricForDpi(SM_CXBORDER, dpi);
+    m_cyBorder = qv::SystemMetricForDpi(SM_CYBORDER, dpi);
     m_created = true;
     // The first sizing, now that the borders are known.
     const RECT area = AreaRect();
@@ -241,7 +286,7 @@ void XSplitterWnd::Apply() {
     const bool twoColumns = m_model->HasBar();
     HWND panes[2] = {GetPane(0, 0), GetPane(0, 1)};
     const int widths[2] = {m_model->ColumnWidth(0), twoColumns ? m_model->ColumnWidth(1) : 0};
-    const int lefts[2] = {area.left, area.left + m_model->BarLeft() + sp::kBar};
+    const int lefts[2] = {area.left, area.left + m_model->BarLeft() + m_model->Lengths().bar};
     const HWND focus = ::GetFocus();
     bool focusHidden = false;  // a hidden window keeps the keys it had
     for (int i = 0; i < 2; ++i) {
@@ -280,11 +325,26 @@ void XSplitterWnd::Apply() {
     }
     if ((focusHidden || (IsOwnButton(focus) && !::IsWindowVisible(focus))) && !FocusVisiblePane()) SetFocus();
     ::InvalidateRect(m_hWnd, nullptr, TRUE);
+    AnnounceBar();
+}
+
+void XSplitterWnd::AnnounceBar() {
+    const int percent = m_model->HasBar() ? m_model->LeftPercent() : -1;
+    const int collapsed = m_model->AnyCollapsed() ? 1 : 0;
+    const bool first = m_announcedPercent < 0 && m_announcedCollapsed < 0;
+    const bool moved = percent != m_announcedPercent;
+    const bool folded = collapsed != m_announcedCollapsed;
+    m_announcedPercent = percent;
+    m_announcedCollapsed = collapsed;
+    // The layout a splitter is made with is nothing new to a reader.
+    if (first || percent < 0) return;
+    if (folded) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_STATECHANGE, kBarItem);
+    if (moved) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE, kBarItem);
 }
 
 void XSplitterWnd::PlaceButtons(const RECT& bar) {
     const sp::ButtonBoxes boxes =
-        sp::ButtonRects(sp::Box{bar.left, bar.top, bar.right, bar.bottom});
+        sp::ButtonRects(sp::Box{bar.left, bar.top, bar.right, bar.bottom}, m_model->Lengths());
     m_rectUpper = ToRect(boxes.upper, 0, 0);
     m_rectLower = ToRect(boxes.lower, 0, 0);
     struct Button {
@@ -408,6 +468,10 @@ void XSplitterWnd::Toggle() {
     m_model->Toggle();
     Apply();
 }
+
+int XSplitterWnd::GetBarSize() const noexcept { return m_model->Lengths().bar; }
+
+RECT XSplitterWnd::GetBarRect() const { return m_model->HasBar() ? BarRect() : RECT{}; }
 
 bool XSplitterWnd::IsLeftCollapsed() const noexcept { return m_model->State().leftCollapsed; }
 bool XSplitterWnd::IsRightCollapsed() const noexcept { return m_model->State().rightCollapsed; }
@@ -549,7 +613,7 @@ void XSplitterWnd::OnKeyDown(UINT vk, UINT, UINT) {
         return;
     }
     const int at = m_model->BarLeft();
-    const int step = (::GetKeyState(VK_CONTROL) & 0x8000) ? kFineKeyStep : kKeyStep;
+    const int step = (::GetKeyState(VK_CONTROL) & 0x8000) ? kFineKeyStep : qv::Scale(m_hWnd, kKeyStep);
     switch (vk) {
     case VK_LEFT: m_model->TrackTo(at - step); break;
     case VK_RIGHT: m_model->TrackTo(at + step); break;
@@ -670,4 +734,75 @@ LRESULT XSplitterWnd::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
     default:
         return qv::Window::WindowProc(msg, wp, lp);
     }
+}
+
+// ---- Screen readers and DPI ---------------------------------------------------------------
+
+bool XSplitterWnd::AccessibleName(long child, std::wstring& name) {
+    if (child == kBarItem && m_model->HasBar()) {
+        name = Translated(L"Splitter bar");
+        return true;
+    }
+    if (child != CHILDID_SELF) return false;
+    // The splitter holds the host's panes: the label before it names it.
+    name = qv::AccessibleLabelOf(m_hWnd);
+    return !name.empty();
+}
+
+bool XSplitterWnd::AccessibleValue(long child, std::wstring& value) {
+    if (child != kBarItem || !m_model->HasBar()) return false;
+    value = std::to_wstring(m_model->LeftPercent()) + L"%";
+    return true;
+}
+
+bool XSplitterWnd::AccessibleRole(long child, long& role) {
+    if (child != kBarItem || !m_model->HasBar()) return false;
+    // A divider the user can move, as a window splitter is known to readers.
+    role = ROLE_SYSTEM_SEPARATOR;
+    return true;
+}
+
+bool XSplitterWnd::AccessibleState(long child, long& state) {
+    if (child != kBarItem || !m_model->HasBar()) return false;
+    state = 0;
+    if (m_model->AnyCollapsed()) state |= STATE_SYSTEM_COLLAPSED;
+    if (m_track == Track::Keyboard && ::GetFocus() == m_hWnd) state |= STATE_SYSTEM_FOCUSED;
+    return true;
+}
+
+bool XSplitterWnd::AccessibleChildCount(long& count) {
+    // Without a bar the standard proxy's children (the panes) are all there is.
+    if (!m_model->HasBar()) return false;
+    count = 1;
+    return true;
+}
+
+bool XSplitterWnd::AccessibleItemRect(long child, RECT& rect) {
+    if (child != kBarItem || !m_model->HasBar()) return false;
+    rect = BarRect();
+    return true;
+}
+
+bool XSplitterWnd::AccessibleHitTest(POINT client, long& child) {
+    if (!m_model->HasBar() || !Contains(BarRect(), client)) return false;
+    // Over a button the button's own object answers.
+    for (XSplitterButton* button : {&m_upper, &m_lower})
+        if (button->IsWindow() && button->IsWindowVisible() && Contains(ChildRect(m_hWnd, *button), client))
+            return false;
+    child = kBarItem;
+    return true;
+}
+
+void XSplitterWnd::OnDpiChanged(UINT dpi) {
+    if (!IsWindow()) return;
+    if (IsTracking()) EndTracking(false, 0);
+    m_model->ChangeDpi(dpi);
+    m_cxBorder = qv::SystemMetricForDpi(SM_CXBORDER, dpi);
+    m_cyBorder = qv::SystemMetricForDpi(SM_CYBORDER, dpi);
+    // The borders may have changed the area; no drop rule runs (nothing
+    // moved under the user's hand).
+    const RECT area = AreaRect();
+    m_model->SetArea(area.right - area.left, area.bottom - area.top);
+    m_model->RecalcLayout();
+    Apply();
 }

@@ -68,7 +68,27 @@
 // vertical middle, both are 57 high and the lower one starts 20 below the
 // upper one. Button faces come from the library's bitmaps 139 (upper at
 // rest), 137 (upper held down), 138 (lower at rest) and 136 (lower held
-// down), drawn at their own size and centred, or scaled down to fit.
+// down), drawn centred; a face wider than its button loses some of the
+// margin of button colour around its arrow, never a pixel of the arrow.
+//
+// DPI: these sizes, the edges that collapse a pane on a drop and the arrow
+// keys' step are pixels at 96 DPI; the splitter uses them scaled to its
+// window's DPI (GetBarSize() answers the bar's width), and the borders are
+// the system's for that DPI. The faces are enlarged by whole multiples only,
+// pixel for pixel (twice as large at 192 DPI), so the arrows stay sharp.
+// When the splitter moves to a monitor of another DPI the widths it keeps
+// (the columns', the minimums, those cached for a restore) are rescaled with
+// it and the panes laid out again: each keeps its share.
+//
+// Screen readers: the bar, which has no window of its own, is item 1 of the
+// splitter, a separator named "Splitter bar" whose value is the left pane's
+// share of the width in per cent ("40%"; "0%" with the left pane collapsed,
+// "100%" with the right one) and whose state is collapsed while a pane is
+// collapsed and focused while the keyboard moves it. Every move announces
+// the new value, every collapse and restore the new state. The buttons are
+// push buttons named by what a press does now ("Collapse the left pane",
+// "Restore both panes"), pressed while held down; a new name is announced.
+// The splitter itself takes the name of the label before it.
 //
 // Sizes made once: the first restore in the process that has no usable
 // cached widths sets a process-wide flag (SizesMadeOnce). It records only:
@@ -80,6 +100,8 @@
 #include <memory>
 
 #include "quorvel/common/api.h"
+#include "quorvel/platform/accessible.h"
+#include "quorvel/platform/dpi.h"
 #include "quorvel/platform/gdi.h"
 #include "quorvel/platform/window.h"
 
@@ -90,7 +112,7 @@ class Model;
 // A collapse button on the splitter's bar: a push button that draws a face
 // bitmap of the library instead of text, one at rest and one while held
 // down. Its window text is not shown; screen readers read it.
-class QV_API XSplitterButton : public qv::Window {
+class QV_API XSplitterButton : public qv::Window, public qv::AccessibleSource {
 public:
     enum : DWORD { kStyle = 0x50000020 };  // WS_CHILD | WS_VISIBLE | BS_LEFTTEXT
 
@@ -108,6 +130,16 @@ public:
     UINT GetBitmapId(bool pressed) const noexcept { return m_ids[pressed ? 1 : 0]; }
     // The size of the face bitmap (0 x 0 when none is loaded).
     SIZE GetBitmapSize(bool pressed) const noexcept;
+    // Where the face goes in the button's client area at its DPI: enlarged
+    // by the whole multiple for the DPI and centred, one pixel (scaled)
+    // right and down while held down. It may reach past the button's edges,
+    // which cut off that much of the face's margin. Empty without a face.
+    RECT GetFaceRect(bool pressed) const;
+
+    // Screen readers: a push button; its state (pressed while held down,
+    // focused, invisible, unavailable). The name is the window text.
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
 
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
@@ -121,7 +153,7 @@ private:
     UINT m_ids[2] = {0, 0};
 };
 
-class QV_API XSplitterWnd : public qv::Window {
+class QV_API XSplitterWnd : public qv::Window, public qv::AccessibleSource, public qv::DpiListener {
 public:
     enum : UINT {
         kUpperButtonId = 456346,  // collapses and restores the left pane
@@ -227,6 +259,25 @@ public:
     XSplitterButton& GetUpperButton() noexcept { return m_upper; }
     XSplitterButton& GetLowerButton() noexcept { return m_lower; }
 
+    // The bar's width at the splitter's DPI (kBarSize at 96 DPI).
+    int GetBarSize() const noexcept;
+    // The bar's place in client coordinates (empty with one column).
+    RECT GetBarRect() const;
+
+    // ---- Screen readers (see the top of this file) ---------------------------
+    enum : long { kBarItem = 1 };
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleValue(long child, std::wstring& value) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+    bool AccessibleChildCount(long& count) override;
+    bool AccessibleItemRect(long child, RECT& rect) override;
+    bool AccessibleHitTest(POINT client, long& child) override;
+
+    // The splitter now draws at `dpi`: borders, bar and buttons at its
+    // sizes, the kept widths rescaled, laid out again.
+    void OnDpiChanged(UINT dpi) override;
+
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     // The class, style and extended style of the window Create makes; the
@@ -263,6 +314,8 @@ private:
     bool FocusVisiblePane();
     bool IsOwnButton(HWND wnd) const noexcept;
     bool ForwardToParent(UINT msg, WPARAM wp, LPARAM lp, LRESULT& result);
+    // Tells screen readers of a new position or collapse state of the bar.
+    void AnnounceBar();
 
     std::unique_ptr<qv::splitter::Model> m_model;
     int m_cxBorder = 10;
@@ -276,4 +329,6 @@ private:
     Track m_track = Track::None;
     int m_grabOffset = 0;
     bool m_created = false;
+    int m_announcedPercent = -1;  // what readers last heard of the bar
+    int m_announcedCollapsed = -1;
 };

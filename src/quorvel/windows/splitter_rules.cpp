@@ -12,47 +12,77 @@ std::atomic<bool> g_sizesMade{false};
 bool SizesMadeOnce() noexcept { return g_sizesMade.load(); }
 void ForgetSizesMade() noexcept { g_sizesMade.store(false); }
 
-ButtonBoxes ButtonRects(const Box& bar) noexcept {
+Metrics Metrics::ForDpi(unsigned dpi) noexcept {
+    const auto at = [dpi](int length) { return ScaleToDpi(length, dpi); };
+    Metrics m;
+    m.bar = at(kBar);
+    m.buttonInset = at(kButtonInset);
+    m.buttonAboveMiddle = at(kButtonAboveMiddle);
+    m.buttonHeight = at(kButtonHeight);
+    m.buttonGap = at(kButtonGap);
+    m.keepMin = at(kKeepMin);
+    m.resizeKeepLeft = at(kResizeKeepLeft);
+    m.collapseLeftBelow = at(kCollapseLeftBelow);
+    m.rightRoom = at(kRightRoom);
+    m.firstLeft = at(kFirstLeft);
+    m.firstRight = at(kFirstRight);
+    m.collapsedSliver = at(kCollapsedSliver);
+    return m;
+}
+
+ButtonBoxes ButtonRects(const Box& bar, const Metrics& m) noexcept {
     const int middle = bar.top + bar.Height() / 2;
     ButtonBoxes boxes;
-    boxes.upper = Box{bar.left + kButtonInset, middle - kButtonAboveMiddle, bar.right - kButtonInset,
-                      middle - kButtonAboveMiddle + kButtonHeight};
-    boxes.lower = Box{boxes.upper.left, boxes.upper.bottom + kButtonGap, boxes.upper.right,
-                      boxes.upper.bottom + kButtonGap + kButtonHeight};
+    boxes.upper = Box{bar.left + m.buttonInset, middle - m.buttonAboveMiddle, bar.right - m.buttonInset,
+                      middle - m.buttonAboveMiddle + m.buttonHeight};
+    boxes.lower = Box{boxes.upper.left, boxes.upper.bottom + m.buttonGap, boxes.upper.right,
+                      boxes.upper.bottom + m.buttonGap + m.buttonHeight};
     return boxes;
 }
 
-Box FitCentred(const Box& area, int width, int height) noexcept {
-    const int areaW = std::max(0, area.Width());
-    const int areaH = std::max(0, area.Height());
-    int w = width, h = height;
-    if (w <= 0 || h <= 0 || areaW == 0 || areaH == 0) {
-        w = 0;
-        h = 0;
-    } else if (w > areaW || h > areaH) {
-        // Scale by the tighter of the two ratios, in integers: w/areaW vs h/areaH.
-        if (static_cast<long long>(w) * areaH >= static_cast<long long>(h) * areaW) {
-            h = static_cast<int>(std::max(1LL, static_cast<long long>(h) * areaW / w));
-            w = areaW;
-        } else {
-            w = static_cast<int>(std::max(1LL, static_cast<long long>(w) * areaH / h));
-            h = areaH;
-        }
-    }
-    const int left = area.left + (areaW - w) / 2;
-    const int top = area.top + (areaH - h) / 2;
+Box FaceBox(const Box& area, int width, int height, int factor) noexcept {
+    const long long k = std::max(1, factor);
+    const bool none = width <= 0 || height <= 0;
+    // Saturated: no face is larger than the screen, but nothing here may overflow.
+    const int w = none ? 0 : static_cast<int>(std::min<long long>(width * k, 1 << 20));
+    const int h = none ? 0 : static_cast<int>(std::min<long long>(height * k, 1 << 20));
+    const int left = area.left + CentredOffset(area.Width(), w);
+    const int top = area.top + CentredOffset(area.Height(), h);
     return Box{left, top, left + w, top + h};
 }
 
-DropDecision DecideDrop(int x, int width, int keepLeft) noexcept {
+DropDecision DecideDrop(int x, int width, int keepLeft, const Metrics& m) noexcept {
     const int left = std::max(0, x);
     const int right = std::max(0, width - x);
     const bool inside = x >= 0 && x < width;
-    const bool barFits = x <= width - kBar;
-    if (inside && barFits && left >= keepLeft && right >= kKeepMin) return {Drop::KeepBoth, false};
-    if (x < 1 || left < kCollapseLeftBelow) return {Drop::CollapseLeft, left < kCollapseLeftBelow};
-    if (inside && right > kRightRoom) return {Drop::TakePosition, false};
-    return {Drop::CollapseRight, right < kKeepMin};
+    const bool barFits = x <= width - m.bar;
+    if (inside && barFits && left >= keepLeft && right >= m.keepMin) return {Drop::KeepBoth, false};
+    if (x < 1 || left < m.collapseLeftBelow) return {Drop::CollapseLeft, left < m.collapseLeftBelow};
+    if (inside && right > m.rightRoom) return {Drop::TakePosition, false};
+    return {Drop::CollapseRight, right < m.keepMin};
+}
+
+// ---- Model: DPI ------------------------------------------------------------------------
+
+void Model::SetDpi(unsigned dpi) noexcept {
+    dpi_ = dpi == 0 ? kBaseDpi : dpi;
+    lengths_ = Metrics::ForDpi(dpi_);
+}
+
+void Model::ChangeDpi(unsigned dpi) noexcept {
+    CancelTrack();
+    const unsigned from = dpi_;
+    SetDpi(dpi);
+    if (dpi_ != from) {
+        const auto rescale = [from, this](int length) { return ScaleBetweenDpi(length, from, dpi_); };
+        for (Column& col : col_) {
+            if (col.ideal >= 0) col.ideal = rescale(col.ideal);
+            col.minimum = rescale(col.minimum);
+            col.current = rescale(col.current);
+        }
+        cached_ = Widths{rescale(cached_.left), rescale(cached_.right)};
+    }
+    RecalcLayout();
 }
 
 // ---- Model: area and layout ----------------------------------------------------
@@ -62,7 +92,7 @@ void Model::SetArea(int width, int height) noexcept {
     height_ = std::max(0, height);
 }
 
-int Model::Room() const noexcept { return std::max(0, width_ - kBar); }
+int Model::Room() const noexcept { return std::max(0, width_ - lengths_.bar); }
 
 void Model::SetColumnInfo(int col, int ideal, int minimum) noexcept {
     if (col < 0 || col > 1) return;
@@ -95,7 +125,14 @@ void Model::RecalcLayout() noexcept {
     barLeft_ = left;
 }
 
-Box Model::Bar() const noexcept { return Box{barLeft_, 0, barLeft_ + kBar, height_}; }
+Box Model::Bar() const noexcept { return Box{barLeft_, 0, barLeft_ + lengths_.bar, height_}; }
+
+int Model::LeftPercent() const noexcept {
+    const int room = Room();
+    if (!HasBar() || room <= 0) return 100;
+    // Rounded half up: a bar in the middle of an odd room is at 50 %.
+    return static_cast<int>((200LL * col_[0].current + room) / (2LL * room));
+}
 
 bool Model::TakeFacesDue() noexcept {
     const bool due = facesDue_;
@@ -108,8 +145,8 @@ bool Model::TakeFacesDue() noexcept {
 void Model::CacheSize() noexcept {
     const Widths current{col_[0].current, col_[1].current};
     if (flags_.rightCollapsed) {
-        col_[0].ideal = std::max(0, current.right - kCollapsedSliver);
-        col_[1].ideal = kCollapsedSliver;
+        col_[0].ideal = std::max(0, current.right - lengths_.collapsedSliver);
+        col_[1].ideal = lengths_.collapsedSliver;
     } else if (flags_.leftCollapsed) {
         col_[0].ideal = 0;
     } else {
@@ -118,7 +155,7 @@ void Model::CacheSize() noexcept {
 }
 
 Widths Model::MakeSplitSizes() noexcept {
-    const bool usable = cached_.left > 0 && cached_.left + kBar + kKeepMin <= width_;
+    const bool usable = cached_.left > 0 && cached_.left + lengths_.bar + lengths_.keepMin <= width_;
     if (!usable) {
         flags_.leftShown = flags_.rightShown = true;
         flags_.leftCollapsed = flags_.rightCollapsed = false;
@@ -202,7 +239,7 @@ void Model::TakePosition(int x) noexcept {
 
 Drop Model::Release(int x, int keepLeft) noexcept {
     if (!HasBar()) return Drop::TakePosition;
-    const DropDecision decision = DecideDrop(x, width_, keepLeft);
+    const DropDecision decision = DecideDrop(x, width_, keepLeft, lengths_);
     CacheSize();
     switch (decision.action) {
     case Drop::KeepBoth:
@@ -231,20 +268,20 @@ void Model::Resize(int width, int height) noexcept {
     if (!HasBar() || width_ == 0) return;
     if (!sized_) {
         sized_ = true;
-        if (col_[0].current < kFirstLeft) {
-            col_[0].ideal = kFirstLeft;
+        if (col_[0].current < lengths_.firstLeft) {
+            col_[0].ideal = lengths_.firstLeft;
             upperVisible_ = false;
             RecalcLayout();
         }
-        if (col_[1].current < kFirstRight) {
-            col_[0].ideal = std::max(0, Room() - kFirstRight);
+        if (col_[1].current < lengths_.firstRight) {
+            col_[0].ideal = std::max(0, Room() - lengths_.firstRight);
             lowerVisible_ = false;
             RecalcLayout();
         }
         return;
     }
     const int x = flags_.leftCollapsed ? 0 : flags_.rightCollapsed ? Room() : barLeft_;
-    Release(x, kResizeKeepLeft);
+    Release(x, lengths_.resizeKeepLeft);
 }
 
 // ---- Model: tracking -----------------------------------------------------------------
@@ -260,7 +297,7 @@ void Model::TrackTo(int x) noexcept {
 
 Drop Model::EndTrack(int x) noexcept {
     CancelTrack();
-    return Release(x, kKeepMin);
+    return Release(x, lengths_.keepMin);
 }
 
 void Model::CancelTrack() noexcept {

@@ -8,11 +8,17 @@
 // inner width. The bar is kBar pixels wide and lies between the columns, so
 // column 0 spans [0, bar) and column 1 [bar + kBar, width).
 //
+// The lengths below are pixels at 96 DPI. A splitter drawn at another DPI
+// uses them scaled (Metrics::ForDpi): a wider bar and taller buttons at
+// 150 %, and the edges that collapse a pane as far away for the hand as at
+// 100 %.
+//
 // Private to the library: the window class (splitter.h) keeps a Model and
 // turns its answers into window positions.
 #pragma once
 
 #include "quorvel/common/box.h"
+#include "quorvel/common/dpi_rules.h"
 
 namespace qv::splitter {
 
@@ -47,6 +53,26 @@ inline constexpr int kCollapsedSliver = 3;
 
 using Box = qv::Box;  // a rectangle in pixels, as a RECT
 
+// The splitter's lengths at one DPI: the constants above, scaled.
+struct Metrics {
+    int bar = kBar;
+    int buttonInset = kButtonInset;
+    int buttonAboveMiddle = kButtonAboveMiddle;
+    int buttonHeight = kButtonHeight;
+    int buttonGap = kButtonGap;
+    int keepMin = kKeepMin;
+    int resizeKeepLeft = kResizeKeepLeft;
+    int collapseLeftBelow = kCollapseLeftBelow;
+    int rightRoom = kRightRoom;
+    int firstLeft = kFirstLeft;
+    int firstRight = kFirstRight;
+    int collapsedSliver = kCollapsedSliver;
+
+    // Every length scaled from 96 DPI to `dpi` (0 counts as 96).
+    static Metrics ForDpi(unsigned dpi) noexcept;
+    bool operator==(const Metrics&) const = default;
+};
+
 // The widths of column 0 and column 1.
 struct Widths {
     int left = 0;
@@ -60,13 +86,16 @@ struct ButtonBoxes {
 };
 
 // The two buttons on `bar`.
-ButtonBoxes ButtonRects(const Box& bar) noexcept;
+ButtonBoxes ButtonRects(const Box& bar, const Metrics& lengths = Metrics{}) noexcept;
 
-// Where an image of `width` x `height` goes in `area`: at its own size and
-// centred when it fits, otherwise scaled down to fit with its proportions
-// kept (at least 1 x 1) and centred. An empty image or area answers an
-// empty box at the area's centre.
-Box FitCentred(const Box& area, int width, int height) noexcept;
+// Where a face of `width` x `height` goes on a button `area`: enlarged by
+// `factor` (a whole multiple, pixel for pixel; below 1 counts as 1) and
+// centred. A face larger than the button is centred all the same and cut at
+// the button's edges: the library's faces carry a margin of the button's
+// colour around their arrows, and only that margin is lost, where scaling
+// the face down would drop rows and columns of the arrow itself. No face
+// answers an empty box at the area's centre.
+Box FaceBox(const Box& area, int width, int height, int factor) noexcept;
 
 // What a drop of the bar at x does (also a resize, with the bar where the
 // layout put it).
@@ -91,7 +120,8 @@ struct DropDecision {
 //  2. x < 1 or left < kCollapseLeftBelow: collapse the left pane;
 //  3. x inside the area and right > kRightRoom: take the position;
 //  4. otherwise collapse the right pane.
-DropDecision DecideDrop(int x, int width, int keepLeft) noexcept;
+// The lengths are those of `lengths` (the constants at 96 DPI).
+DropDecision DecideDrop(int x, int width, int keepLeft, const Metrics& lengths = Metrics{}) noexcept;
 
 // The state flags of the splitter.
 struct Flags {
@@ -113,6 +143,18 @@ void ForgetSizesMade() noexcept;
 // One splitter's columns, bar, buttons and flags.
 class Model {
 public:
+    // ---- DPI -------------------------------------------------------------------
+    // The lengths for `dpi`, taken as they are: widths a host set stay, as
+    // it sets them in the pixels of its own window. For a splitter that is
+    // being made.
+    void SetDpi(unsigned dpi) noexcept;
+    // The splitter moved to `dpi`: the lengths for it, and every width kept
+    // (wanted, minimum, cached) rescaled from the DPI before, so the panes
+    // keep their shares; then lays out. Ends a drag (as CancelTrack).
+    void ChangeDpi(unsigned dpi) noexcept;
+    unsigned Dpi() const noexcept { return dpi_; }
+    const Metrics& Lengths() const noexcept { return lengths_; }
+
     // ---- Area and layout ---------------------------------------------------
     // Takes a new inner size without running any rule (negative sizes are 0).
     void SetArea(int width, int height) noexcept;
@@ -140,7 +182,12 @@ public:
     bool HasBar() const noexcept { return columns_ >= 2; }
     int BarLeft() const noexcept { return barLeft_; }
     Box Bar() const noexcept;
-    ButtonBoxes Buttons() const noexcept { return ButtonRects(Bar()); }
+    ButtonBoxes Buttons() const noexcept { return ButtonRects(Bar(), lengths_); }
+    // Where the bar stands, as a screen reader hears it: the left pane's
+    // share of the room in whole per cent (0 with the left pane collapsed,
+    // 100 with the right one collapsed or without a bar).
+    int LeftPercent() const noexcept;
+    bool AnyCollapsed() const noexcept { return flags_.leftCollapsed || flags_.rightCollapsed; }
     bool UpperVisible() const noexcept { return HasBar() && upperVisible_; }
     bool LowerVisible() const noexcept { return HasBar() && lowerVisible_; }
     const Flags& State() const noexcept { return flags_; }
@@ -210,6 +257,8 @@ private:
     void ShowBoth() noexcept;
     void Restore() noexcept;
 
+    unsigned dpi_ = kBaseDpi;
+    Metrics lengths_;
     int width_ = 0;
     int height_ = 0;
     int columns_ = 2;
