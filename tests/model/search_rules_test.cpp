@@ -16,16 +16,20 @@ using qv::Box;
 
 std::tuple<int, int, int, int> Edges(const Box& b) { return {b.left, b.top, b.right, b.bottom}; }
 
-TEST(SearchRulesTest, ChildrenSitAtTheRightEdgeAsHighAsTheField) {
-    const struct { int width, height; bool open; Box edit, browse, open_; } cases[] = {
-        {200, 24, false, {0, 0, 173, 24}, {175, 0, 200, 24}, {}},
-        {200, 24, true, {0, 0, 144, 24}, {146, 0, 171, 24}, {175, 0, 200, 24}},
-        {20, 18, false, {0, 0, 0, 18}, {-5, 0, 20, 18}, {}},  // too narrow: the edit shrinks to nothing
-        {300, -3, true, {0, 0, 244, 0}, {246, 0, 271, 0}, {275, 0, 300, 0}},
+TEST(SearchRulesTest, ChildrenSitAtTheRightEdgeAsHighAsTheFieldAtAnyDpi) {
+    const struct { int width, height; bool open; unsigned dpi; Box edit, browse, open_; } cases[] = {
+        {200, 24, false, 96, {0, 0, 173, 24}, {175, 0, 200, 24}, {}},
+        {200, 24, true, 96, {0, 0, 144, 24}, {146, 0, 171, 24}, {175, 0, 200, 24}},
+        {20, 18, false, 96, {0, 0, 0, 18}, {-5, 0, 20, 18}, {}},  // too narrow: the edit shrinks to nothing
+        {300, -3, true, 96, {0, 0, 244, 0}, {246, 0, 271, 0}, {275, 0, 300, 0}},
+        // Buttons, gaps and the edit's distance scale: 38, 6 and 3 at 150 %, 50, 8 and 4 at 200 %.
+        {300, 36, true, 144, {0, 0, 215, 36}, {218, 0, 256, 36}, {262, 0, 300, 36}},
+        {400, 48, false, 192, {0, 0, 346, 48}, {350, 0, 400, 48}, {}},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.width << " x " << c.height << (c.open ? " with open" : ""));
-        const sr::Layout l = sr::LayOut(c.width, c.height, c.open);
+        SCOPED_TRACE(testing::Message() << c.width << " x " << c.height << (c.open ? " with open" : "") << " at "
+                                        << c.dpi);
+        const sr::Layout l = sr::LayOut(c.width, c.height, c.open, c.dpi);
         EXPECT_EQ(Edges(l.edit), Edges(c.edit));
         EXPECT_EQ(Edges(l.browse), Edges(c.browse));
         EXPECT_EQ(Edges(l.open), Edges(c.open_));

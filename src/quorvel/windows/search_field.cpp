@@ -1,6 +1,7 @@
 #include "quorvel/windows/search_field.h"
 
 #include <cderr.h>
+#include <oleacc.h>
 
 #include <algorithm>
 #include <cwchar>
@@ -361,13 +362,19 @@ BOOL XBaseSearchCtrl::Create(const std::wstring& text, DWORD style, const RECT& 
         return FALSE;
     SetFont(font, true);
     const RECT client = GetClientRect();
-    const sr::Layout l = sr::LayOut(client.right, client.bottom, m_bOpenButton);
+    const sr::Layout l = sr::LayOut(client.right, client.bottom, m_bOpenButton, qv::DpiOf(m_hWnd));
     auto toRect = [](const qv::Box& b) { return RECT{b.left, b.top, b.right, b.bottom}; };
     bool made = m_edit.CreateEx(WS_EX_CLIENTEDGE, L"EDIT", text.c_str(), kEditStyle, toRect(l.edit), m_hWnd, id) &&
                 m_browse.CreateEx(0, L"BUTTON", L"...", kStyle, toRect(l.browse), m_hWnd, kBrowseId);
+    // "..." and a picture say nothing to a screen reader: the buttons are
+    // read by what they do.
+    if (made) m_browse.SetAccessibleName(Translated(L"Browse"));
     if (made && m_bOpenButton) {
         made = m_open.CreateEx(0, L"BUTTON", L"", kOpenStyle, toRect(l.open), m_hWnd, kOpenId);
-        if (made) LoadBitmapW(kBrowseBitmap);
+        if (made) {
+            m_open.SetAccessibleName(Translated(L"Open"));
+            LoadBitmapW(kBrowseBitmap);
+        }
     }
     if (!made) {
         qv::LogFailure(L" XBaseSearchCtrl::Create()", __LINE__, L"Creating control failed");
@@ -410,9 +417,41 @@ bool XBaseSearchCtrl::LoadBitmapW(UINT id) {
     qv::Bitmap face(static_cast<HBITMAP>(::LoadImageW(qv::LibraryModule(), MAKEINTRESOURCEW(id), IMAGE_BITMAP, 0, 0,
                                                       LR_LOADMAP3DCOLORS)));
     if (!face) return false;
-    m_open.SetBitmap(face.get());
+    // Shown at the field's DPI; the old face goes once the button has let it go.
+    m_open.SetFace(face.get());
     m_openFace = std::move(face);
     return true;
+}
+
+bool XBaseSearchCtrl::AccessibleName(long child, std::wstring& name) {
+    if (child != CHILDID_SELF) return false;
+    // The frame's window text is the path: the field is named by its label
+    // instead (and by nothing rather than by the path when it has none).
+    name = qv::AccessibleLabelOf(m_hWnd);
+    return true;
+}
+
+bool XBaseSearchCtrl::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_GROUPING;
+    return true;
+}
+
+void XBaseSearchCtrl::OnDpiChanged(UINT dpi) {
+    if (!IsWindow()) return;
+    const RECT client = GetClientRect();
+    LayOutChildren(client.right, client.bottom, dpi);
+    if (m_bOpenButton) m_open.RefreshFace();
+}
+
+void XBaseSearchCtrl::LayOutChildren(int cx, int cy, UINT dpi) {
+    const sr::Layout l = sr::LayOut(cx, cy, m_bOpenButton, dpi);
+    auto place = [](qv::Window& w, const qv::Box& b) {
+        if (w.IsWindow()) w.MoveWindow(RECT{b.left, b.top, b.right, b.bottom});
+    };
+    place(m_edit, l.edit);
+    place(m_browse, l.browse);
+    if (m_bOpenButton) place(m_open, l.open);
 }
 
 LRESULT XBaseSearchCtrl::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
@@ -430,13 +469,7 @@ LRESULT XBaseSearchCtrl::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
 
 void XBaseSearchCtrl::OnSize(UINT, int cx, int cy) {
     Default();
-    const sr::Layout l = sr::LayOut(cx, cy, m_bOpenButton);
-    auto place = [](qv::Window& w, const qv::Box& b) {
-        if (w.IsWindow()) w.MoveWindow(RECT{b.left, b.top, b.right, b.bottom});
-    };
-    place(m_edit, l.edit);
-    place(m_browse, l.browse);
-    if (m_bOpenButton) place(m_open, l.open);
+    LayOutChildren(cx, cy, qv::DpiOf(m_hWnd));
 }
 
 void XBaseSearchCtrl::OnSetFocus(HWND) {
@@ -460,6 +493,8 @@ BOOL XBaseSearchCtrl::OnCommand(WPARAM wp, LPARAM lp) {
         return TRUE;
     }
     if (HasEdit() && from == m_edit.m_hWnd) {
+        // Whoever changed it, the path a reader hears has changed.
+        if (code == EN_CHANGE) qv::RaiseAccessibleEvent(m_edit.m_hWnd, EVENT_OBJECT_VALUECHANGE);
         if (code == EN_KILLFOCUS && !m_bTextBeingSet && m_bValidation && !m_bDestroying) {
             std::wstring text = EditText();
             if (!CheckFileExist(text)) WriteEditText(text);

@@ -38,6 +38,15 @@
 // Colours: every search field has its own text and background colours
 // (XBaseColor; the read-only ones XBaseReadOnlyColor), by default RGB(8,0,0)
 // on the window colour, read-only fields on the button-face colour.
+//
+// Screen readers: the field is a group named by the label before it, and
+// so is its edit, whose value is the path; a change of the path is
+// announced. The buttons are read as "Browse" and "Open" (translated), not
+// as "..." or a picture.
+//
+// DPI: the buttons' widths and the gaps are scaled to the field's DPI, and
+// the open button's face is enlarged by whole multiples, so it stays sharp;
+// a DPI change lays the field out again.
 #pragma once
 
 #include <windows.h>
@@ -48,8 +57,11 @@
 
 #include "quorvel/common/api.h"
 #include "quorvel/controls/color.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
+#include "quorvel/platform/dpi.h"
 #include "quorvel/platform/gdi.h"
+#include "quorvel/windows/named_button.h"
 
 namespace qv {
 
@@ -160,7 +172,7 @@ protected:
     std::wstring m_strOkText;
 };
 
-class QV_API XBaseSearchCtrl : public qv::Static {
+class QV_API XBaseSearchCtrl : public qv::Static, public qv::AccessibleSource, public qv::DpiListener {
 public:
     enum : UINT { kBrowseId = 10000, kOpenId = 11111 };
     enum : UINT { kBrowseBitmap = 142 };
@@ -217,6 +229,12 @@ public:
     COLORREF GetTextColor() const noexcept { return m_scheme.TextColor(); }
     COLORREF GetBkColor() const noexcept { return m_scheme.BkColor(); }
 
+    // qv::AccessibleSource: the field is a group named by its label.
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleRole(long child, long& role) override;
+    // qv::DpiListener: lays the children out and shows the face again.
+    void OnDpiChanged(UINT dpi) override;
+
 protected:
     XBaseSearchCtrl(bool openButton, bool readOnly);
 
@@ -235,12 +253,14 @@ protected:
     void OpenFile();
     // Replaces the whole edit text without telling the parent, and selects it.
     void WriteEditText(const std::wstring& text);
+    // Places the children for a client area of cx x cy at `dpi`.
+    void LayOutChildren(int cx, int cy, UINT dpi);
     bool HasEdit() const { return m_edit.IsWindow(); }
     std::wstring EditText() const { return HasEdit() ? m_edit.GetWindowText() : std::wstring(); }
 
     qv::Edit m_edit;
-    qv::Button m_browse;
-    qv::Button m_open;
+    qv::NamedButton m_browse;
+    qv::NamedButton m_open;
     qv::Bitmap m_openFace;
     std::wstring m_strDlgTitle;
     std::wstring m_strDlgOkText;

@@ -38,16 +38,17 @@ std::wstring Folded(std::wstring root, std::wstring_view rest) {
 
 }  // namespace
 
-Layout LayOut(int width, int height, bool openButton) noexcept {
+Layout LayOut(int width, int height, bool openButton, unsigned dpi) noexcept {
     const int h = std::max(height, 0);
+    const int button = ScaleToDpi(kButton, dpi), buttonGap = ScaleToDpi(kButtonGap, dpi);
     Layout l;
     if (openButton) {
-        l.open = Box{width - kButton, 0, width, h};
-        l.browse = Box{l.open.left - kButtonGap - kButton, 0, l.open.left - kButtonGap, h};
+        l.open = Box{width - button, 0, width, h};
+        l.browse = Box{l.open.left - buttonGap - button, 0, l.open.left - buttonGap, h};
     } else {
-        l.browse = Box{width - kButton, 0, width, h};
+        l.browse = Box{width - button, 0, width, h};
     }
-    l.edit = Box{0, 0, std::max(l.browse.left - kEditGap, 0), h};
+    l.edit = Box{0, 0, std::max(l.browse.left - ScaleToDpi(kEditGap, dpi), 0), h};
     return l;
 }
 

@@ -12,24 +12,26 @@
 #include <string_view>
 
 #include "quorvel/common/box.h"
+#include "quorvel/common/dpi_rules.h"
 
 namespace qv::search {
 
-// The buttons are kButton wide; the edit leaves kEditGap to the first one
-// and the file-open field's two buttons sit side by side with kButtonGap
-// between them.
+// At 96 DPI the buttons are kButton wide; the edit leaves kEditGap to the
+// first one and the file-open field's two buttons sit side by side with
+// kButtonGap between them. At any other DPI each of these is scaled.
 inline constexpr int kButton = 25;
 inline constexpr int kEditGap = 2;
 inline constexpr int kButtonGap = 4;
 
-// The children of a field `width` x `height`: all as high as the field and
-// at its top. Without an open button the browse button is the last one.
+// The children of a field `width` x `height` drawn at `dpi`: all as high as
+// the field and at its top. Without an open button the browse button is the
+// last one.
 struct Layout {
     Box edit;
     Box browse;
     Box open;  // empty without an open button
 };
-Layout LayOut(int width, int height, bool openButton) noexcept;
+Layout LayOut(int width, int height, bool openButton, unsigned dpi = kBaseDpi) noexcept;
 
 // What WM_GETTEXT with a buffer of `size` characters does for a text of
 // `length` characters: `copy` characters go into the buffer, followed by the
