@@ -1,7 +1,7 @@
 // The colour button on a real host: the grid opened by a click and driven
 // by keys and by the mouse, what the parent hears and when, the shared
-// palette, "Other..." with the system colour dialog, and the names screen
-// readers read.
+// palette, "Other..." with the system colour dialog. (What screen readers
+// hear is tested with the other controls' in accessibility/.)
 #include "quorvel/views/color_button.h"
 
 #include <functional>
@@ -124,17 +124,14 @@ TEST_F(ColorButtonTest, TheGridChoosesByKeysAndByMouseAndTheParentHearsTheClickA
         std::vector<UINT> keys;
         int clickCell;  // -1: no click
         COLORREF expected;
-        const wchar_t* text;
     } cases[] = {
-        {"Home, Right, Right, Down, Enter", {VK_HOME, VK_RIGHT, VK_RIGHT, VK_DOWN, VK_RETURN}, -1, 0x808000,
-         L"Colour: Teal"},
+        {"Home, Right, Right, Down, Enter", {VK_HOME, VK_RIGHT, VK_RIGHT, VK_DOWN, VK_RETURN}, -1, 0x808000},
         // Each case opens on the colour the one before chose.
-        {"Up from the current cell, Space", {VK_UP, VK_SPACE}, -1, 0x008000, L"Colour: Green"},
-        {"Right past a row's end, Enter", {VK_RIGHT, VK_RIGHT, VK_RETURN}, -1, 0x800000, L"Colour: Navy"},
-        {"Esc leaves the colour", {VK_END, VK_ESCAPE}, -1, 0x800000, L"Colour: Navy"},
-        {"a click on red", {}, 13, 0x0000FF, L"Colour: Red"},
-        {"Down to Other..., Up back to the column, Enter", {VK_DOWN, VK_DOWN, VK_UP, VK_RETURN}, -1, 0xFF00FF,
-         L"Colour: Fuchsia"},
+        {"Up from the current cell, Space", {VK_UP, VK_SPACE}, -1, 0x008000},
+        {"Right past a row's end, Enter", {VK_RIGHT, VK_RIGHT, VK_RETURN}, -1, 0x800000},
+        {"Esc leaves the colour", {VK_END, VK_ESCAPE}, -1, 0x800000},
+        {"a click on red", {}, 13, 0x0000FF},
+        {"Down to Other..., Up back to the column, Enter", {VK_DOWN, VK_DOWN, VK_UP, VK_RETURN}, -1, 0xFF00FF},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -144,7 +141,6 @@ TEST_F(ColorButtonTest, TheGridChoosesByKeysAndByMouseAndTheParentHearsTheClickA
         if (c.clickCell >= 0) steps.push_back(ClickStep(button.GetDialog(), c.clickCell));
         Open(button, steps);
         EXPECT_EQ(button.GetSelColor(), c.expected);
-        EXPECT_EQ(qvtest::TextOf(button), c.text);
         ASSERT_EQ(clicks_.size(), 1u);
         EXPECT_EQ(clicks_[0].id, 300u);
         EXPECT_EQ(clicks_[0].code, static_cast<UINT>(BN_CLICKED));
@@ -167,7 +163,6 @@ TEST_F(ColorButtonTest, ThePaletteIsSharedOverwrittenForAllAndFreedWithTheLastBu
     // The first button's grid offers the colours the second one brought.
     Open(*first, {KeyStep(VK_HOME), KeyStep(VK_RIGHT), KeyStep(VK_RETURN)});
     EXPECT_EQ(first->GetSelColor(), 0x654321u);
-    EXPECT_EQ(qvtest::TextOf(*first), L"Colour: #214365");
 
     first.reset();
     EXPECT_EQ(XColorBtn::GetPaletteUsers(), 0);
@@ -201,19 +196,18 @@ TEST_F(ColorButtonTest, OtherOpensTheSystemColourDialogOnTheCurrentColour) {
         const COLORREF expected = accept ? RGB(30, 144, 255) : RGB(0x12, 0x34, 0x56);
         EXPECT_EQ(button.GetSelColor(), expected);
     }
-    EXPECT_EQ(qvtest::TextOf(button), L"Colour: #1E90FF");
 }
 
-TEST_F(ColorButtonTest, SettersAndTheNamesScreenReadersRead) {
+TEST_F(ColorButtonTest, SettersAndTheCaptionThatIsNotDrawn) {
     XColorBtn named;
     ASSERT_TRUE(named.Create(L"Fill", RECT{10, 10, 90, 34}, host_, 41));
     XColorBtn plain(RGB(1, 2, 3));
     ASSERT_TRUE(plain.Create(nullptr, RECT{10, 50, 90, 74}, host_, 42));
-    EXPECT_EQ(qvtest::TextOf(named), L"Fill: White");
-    EXPECT_EQ(qvtest::TextOf(plain), L"Colour: #010203");
+    EXPECT_EQ(qvtest::TextOf(named), L"Fill");
+    EXPECT_EQ(qvtest::TextOf(plain), L"");
+    EXPECT_EQ(plain.GetSelColor(), RGB(1, 2, 3));
     named.SetSelColor(RGB(255, 0, 0));
     EXPECT_EQ(named.GetSelColor(), RGB(255, 0, 0));
-    EXPECT_EQ(qvtest::TextOf(named), L"Fill: Red");
     named.Reset();
     EXPECT_EQ(named.GetSelColor(), RGB(255, 255, 255));
     EXPECT_TRUE(named.GetStyle() & BS_OWNERDRAW);

@@ -1,6 +1,7 @@
 #include "quorvel/views/color_button.h"
 
 #include <commdlg.h>
+#include <oleacc.h>
 
 #include <cstdint>
 #include <string>
@@ -9,6 +10,7 @@
 #include "quorvel/frame/services.h"
 #include "quorvel/frame/siblings.h"
 #include "quorvel/views/color_button_rules.h"
+#include "quorvel/windows/named_button.h"
 
 namespace cl = qv::colors;
 
@@ -23,39 +25,143 @@ std::wstring EnglishColorText(COLORREF color) {
     return name ? std::wstring(name) : cl::HexText(color);
 }
 
+// The same as the user reads it: a name translated, a "#RRGGBB" text as it is.
+std::wstring ReaderColorText(COLORREF color) {
+    const wchar_t* name = cl::ColorName(color);
+    return name ? Translated(name) : cl::HexText(color);
+}
+
+// The "#RRGGBB" text of a colour that is read by its name, for the reader
+// who wants the exact colour; false for a colour read as its text already.
+bool ReaderColorDetail(COLORREF color, std::wstring& detail) {
+    if (!cl::ColorName(color)) return false;
+    detail = cl::HexText(color);
+    return true;
+}
+
+void Fill(HDC dc, const qv::Box& b, HBRUSH brush) {
+    const RECT rc{b.left, b.top, b.right, b.bottom};
+    ::FillRect(dc, &rc, brush);
+}
+
 bool IsCellId(UINT id) {
     return id >= XColorBtnDlg::kFirstCell && id < static_cast<UINT>(XColorBtnDlg::kFirstCell) + XColorBtnDlg::kCellCount;
 }
 
-void Line(HDC dc, int x1, int y1, int x2, int y2) {
-    ::MoveToEx(dc, x1, y1, nullptr);
-    ::LineTo(dc, x2, y2);
-}
-
 }  // namespace
+
+// ---- XColorBtnDlg::Item ------------------------------------------------------------
+
+// A cell of the grid or "Other...". The arrow keys, Enter, Space and Esc on
+// it move in the grid or choose; a screen reader hears a cell as a list item
+// named by its colour, selected when it holds the colour the grid opened on.
+class XColorBtnDlg::Item final : public qv::Button, public qv::AccessibleSource {
+public:
+    Item(XColorBtnDlg& grid, int index) : m_grid(grid), m_index(index) {}
+    ~Item() override { Detach(); }
+
+    bool IsCell() const noexcept { return m_index < kCellCount; }
+    COLORREF Color() const noexcept { return cl::PaletteColor(m_index); }
+
+    bool AccessibleName(long child, std::wstring& name) override {
+        if (child != CHILDID_SELF || !IsCell()) return false;
+        name = ReaderColorText(Color());
+        return true;
+    }
+    bool AccessibleDescription(long child, std::wstring& description) override {
+        return child == CHILDID_SELF && IsCell() && ReaderColorDetail(Color(), description);
+    }
+    bool AccessibleRole(long child, long& role) override {
+        if (child != CHILDID_SELF) return false;
+        role = IsCell() ? ROLE_SYSTEM_LISTITEM : ROLE_SYSTEM_PUSHBUTTON;
+        return true;
+    }
+    bool AccessibleState(long child, long& state) override {
+        if (child != CHILDID_SELF) return false;
+        state = qv::PushButtonState(m_hWnd) & ~STATE_SYSTEM_PRESSED;
+        if (IsCell()) {
+            state |= STATE_SYSTEM_SELECTABLE;
+            if (Color() == m_grid.m_current) state |= STATE_SYSTEM_SELECTED;
+        }
+        return true;
+    }
+
+protected:
+    LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override {
+        switch (msg) {
+        case WM_GETDLGCODE: {
+            // The arrows, Enter and Esc come to the item itself, so that the
+            // grid moves by rows and columns rather than in tab order.
+            LRESULT code = Default() | DLGC_WANTARROWS;
+            const MSG* m = reinterpret_cast<const MSG*>(lp);
+            if (m && m->message == WM_KEYDOWN && (m->wParam == VK_RETURN || m->wParam == VK_ESCAPE))
+                code |= DLGC_WANTMESSAGE;
+            return code;
+        }
+        case WM_KEYDOWN:
+            if (m_grid.OnGridKey(m_index, static_cast<UINT>(wp))) return 0;
+            break;
+        case WM_CHAR:
+            if (wp == L' ' || wp == L'\r' || wp == 0x1B) return 0;  // handled at WM_KEYDOWN
+            break;
+        default: break;
+        }
+        return qv::Button::WindowProc(msg, wp, lp);
+    }
+
+private:
+    XColorBtnDlg& m_grid;
+    int m_index;
+};
 
 // ---- XColorBtnDlg ---------------------------------------------------------------
 
 XColorBtnDlg::XColorBtnDlg() noexcept : qv::Dialog(kTemplate) {}
 
-XColorBtnDlg::~XColorBtnDlg() = default;
+XColorBtnDlg::~XColorBtnDlg() {
+    // The items let go of their windows before the grid does.
+    m_items.clear();
+}
 
 BOOL XColorBtnDlg::OnInitDialog() {
     qv::Dialog::OnInitDialog();
     m_selected = kNoSelection;
     m_chosen = m_current;
+    m_items.clear();
     for (int i = 0; i <= kOtherIndex; ++i) {
         HWND item = ItemOf(i);
         if (!item) continue;
-        // The cells' texts are not drawn; they name the colours for screen
-        // readers and are translated with the dialog's other texts.
+        // The cells' texts are not drawn; they name the colours for tools
+        // that read window texts and are translated with the dialog's other
+        // texts. Screen readers ask the item itself.
         if (i < kCellCount) ::SetWindowTextW(item, EnglishColorText(cl::PaletteColor(i)).c_str());
-        ::SetWindowSubclass(item, &XColorBtnDlg::KeySubclassProc, 1, reinterpret_cast<DWORD_PTR>(this));
+        auto object = std::make_unique<Item>(*this, i);
+        if (object->Attach(item)) m_items.push_back(std::move(object));
     }
+    LayOut(qv::DpiOf(m_hWnd));
     PlaceBelowAnchor();
     const int current = cl::FindPaletteColor(m_current);
     FocusIndex(current >= 0 ? current : 0);
     return FALSE;  // the focus is set
+}
+
+void XColorBtnDlg::LayOut(UINT dpi) {
+    const cl::GridLayout g = cl::LayOutGrid(dpi);
+    auto place = [](HWND item, const qv::Box& b) {
+        if (item) ::SetWindowPos(item, nullptr, b.left, b.top, b.Width(), b.Height(), SWP_NOZORDER | SWP_NOACTIVATE);
+    };
+    for (int i = 0; i < kCellCount; ++i) place(ItemOf(i), g.cells[i]);
+    place(ItemOf(kOtherIndex), g.other);
+    // The grid's frame around a client area of the laid-out size.
+    RECT frame{0, 0, g.width, g.height};
+    ::AdjustWindowRectEx(&frame, GetStyle(), FALSE, GetExStyle());
+    ::SetWindowPos(m_hWnd, nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Invalidate();
+}
+
+void XColorBtnDlg::OnDpiChanged(UINT dpi) {
+    if (IsWindow()) LayOut(dpi);
 }
 
 HWND XColorBtnDlg::ItemOf(int index) const {
@@ -163,56 +269,41 @@ bool XColorBtnDlg::OnGridKey(int index, UINT vk) {
     return true;
 }
 
-LRESULT CALLBACK XColorBtnDlg::KeySubclassProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id, DWORD_PTR ref) {
-    auto* self = reinterpret_cast<XColorBtnDlg*>(ref);
-    try {
-        switch (msg) {
-        case WM_GETDLGCODE: {
-            // The arrows, Enter and Esc come to the item itself, so that the
-            // grid moves by rows and columns rather than in tab order.
-            LRESULT code = ::DefSubclassProc(hwnd, msg, wp, lp) | DLGC_WANTARROWS;
-            const MSG* m = reinterpret_cast<const MSG*>(lp);
-            if (m && m->message == WM_KEYDOWN && (m->wParam == VK_RETURN || m->wParam == VK_ESCAPE))
-                code |= DLGC_WANTMESSAGE;
-            return code;
-        }
-        case WM_KEYDOWN:
-            if (self && self->OnGridKey(self->IndexOf(hwnd), static_cast<UINT>(wp))) return 0;
-            break;
-        case WM_CHAR:
-            if (wp == L' ' || wp == L'\r' || wp == 0x1B) return 0;  // handled at WM_KEYDOWN
-            break;
-        case WM_NCDESTROY: ::RemoveWindowSubclass(hwnd, &XColorBtnDlg::KeySubclassProc, id); break;
-        default: break;
-        }
-    } catch (...) {
-        qv::LogCaughtException(" XColorBtnDlg::KeySubclassProc", __LINE__, static_cast<long>(msg));
-        return 0;
+namespace {
+
+// A frame `unit` pixels thick just inside `rc`.
+void Frame(HDC dc, const RECT& rc, HBRUSH brush, int unit) {
+    for (int i = 0; i < unit; ++i) {
+        RECT line = rc;
+        ::InflateRect(&line, -i, -i);
+        ::FrameRect(dc, &line, brush);
     }
-    return ::DefSubclassProc(hwnd, msg, wp, lp);
 }
+
+}  // namespace
 
 void XColorBtnDlg::DrawCell(const DRAWITEMSTRUCT* dis) {
     const int index = static_cast<int>(dis->CtlID - kFirstCell);
     const COLORREF color = cl::PaletteColor(index);
+    const cl::GridLayout g = cl::LayOutGrid(qv::DpiOf(dis->hwndItem));
     HDC dc = dis->hDC;
     RECT rc = dis->rcItem;
     ::FillRect(dc, &rc, ::GetSysColorBrush(COLOR_BTNFACE));
     if (dis->itemState & ODS_FOCUS) {
         // A double frame, black outside and white inside, shows on any colour.
-        ::FrameRect(dc, &rc, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+        Frame(dc, rc, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)), g.unit);
         RECT inner = rc;
-        ::InflateRect(&inner, -1, -1);
-        ::FrameRect(dc, &inner, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
+        ::InflateRect(&inner, -g.unit, -g.unit);
+        Frame(dc, inner, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)), g.unit);
     } else if (color == m_current) {
-        ::FrameRect(dc, &rc, ::GetSysColorBrush(COLOR_HIGHLIGHT));
+        Frame(dc, rc, ::GetSysColorBrush(COLOR_HIGHLIGHT), g.unit);
     }
     RECT swatch = rc;
-    const int inset = (dis->itemState & ODS_SELECTED) ? 3 : 2;
+    const int inset = g.inset + ((dis->itemState & ODS_SELECTED) ? g.unit : 0);
     ::InflateRect(&swatch, -inset, -inset);
     qv::Brush fill(::CreateSolidBrush(color));
     ::FillRect(dc, &swatch, fill);
-    ::FrameRect(dc, &swatch, ::GetSysColorBrush(COLOR_3DDKSHADOW));
+    Frame(dc, swatch, ::GetSysColorBrush(COLOR_3DDKSHADOW), g.unit);
 }
 
 LRESULT XColorBtnDlg::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
@@ -225,6 +316,10 @@ LRESULT XColorBtnDlg::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
         }
         break;
     }
+    case WM_DESTROY:
+        // The items let go of their windows while they still exist.
+        m_items.clear();
+        break;
     case WM_ACTIVATE:
         // A click outside the grid closes it, as a drop-down closes; the
         // system's colour dialog, owned by the grid, does not; nor does the
@@ -270,40 +365,63 @@ XColorBtn::~XColorBtn() {
 void XColorBtn::InitColorDialog() noexcept { m_pdlg.reset(new (std::nothrow) XColorBtnDlg); }
 
 void XColorBtn::InitPenBrush() noexcept {
-    m_penFace.reset(::CreatePen(PS_SOLID, 1, ::GetSysColor(COLOR_BTNFACE)));
-    m_penHighlight.reset(::CreatePen(PS_SOLID, 1, ::GetSysColor(COLOR_3DHILIGHT)));
-    m_penShadow.reset(::CreatePen(PS_SOLID, 1, ::GetSysColor(COLOR_3DSHADOW)));
-    m_penDarkShadow.reset(::CreatePen(PS_SOLID, 1, ::GetSysColor(COLOR_3DDKSHADOW)));
     m_brushFace.reset(::CreateSolidBrush(::GetSysColor(COLOR_BTNFACE)));
+    m_brushHighlight.reset(::CreateSolidBrush(::GetSysColor(COLOR_3DHILIGHT)));
+    m_brushShadow.reset(::CreateSolidBrush(::GetSysColor(COLOR_3DSHADOW)));
+    m_brushDarkShadow.reset(::CreateSolidBrush(::GetSysColor(COLOR_3DDKSHADOW)));
 }
 
 BOOL XColorBtn::Create(const wchar_t* caption, const RECT& rect, HWND parent, UINT id) try {
     if (m_hWnd || !parent || !::IsWindow(parent)) return FALSE;
-    m_label = Translated(caption && *caption ? caption : L"Colour");
-    if (!qv::Button::Create(L"", kStyle, rect, parent, id)) return FALSE;
-    UpdateAccessibleText();
-    return TRUE;
+    // The caption is not drawn: it is the name screen readers hear.
+    const std::wstring name = caption && *caption ? Translated(caption) : std::wstring();
+    return qv::Button::Create(name.c_str(), kStyle, rect, parent, id) ? TRUE : FALSE;
 } catch (...) {
     return qv::CaughtAtEdge(" XColorBtn::Create", __LINE__, FALSE);
 }
 
-void XColorBtn::UpdateAccessibleText() {
-    if (!IsWindow()) return;
-    if (m_label.empty()) {
-        // A dialog item taken over keeps its template caption as the name.
-        m_label = GetWindowText();
-        if (m_label.empty()) m_label = Translated(L"Colour");
-    }
-    const std::wstring value = Translated(EnglishColorText(m_selColor).c_str());
-    SetWindowText((m_label + L": " + value).c_str());
-}
-
 void XColorBtn::SetSelColor(COLORREF color) try {
+    const bool changed = color != m_selColor;
     m_selColor = color;
-    UpdateAccessibleText();
-    if (IsWindow()) Invalidate(false);
+    if (!IsWindow()) return;
+    Invalidate(false);
+    if (changed) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);
 } catch (...) {
     qv::CaughtAtEdge(" XColorBtn::SetSelColor", __LINE__);
+}
+
+bool XColorBtn::AccessibleName(long child, std::wstring& name) {
+    if (child != CHILDID_SELF) return false;
+    name = qv::AccessibleTextOf(m_hWnd);
+    if (name.empty()) name = qv::AccessibleLabelOf(m_hWnd);
+    if (name.empty()) name = Translated(L"Colour");
+    return true;
+}
+
+bool XColorBtn::AccessibleValue(long child, std::wstring& value) {
+    if (child != CHILDID_SELF) return false;
+    value = ReaderColorText(m_selColor);
+    return true;
+}
+
+bool XColorBtn::AccessibleDescription(long child, std::wstring& description) {
+    return child == CHILDID_SELF && ReaderColorDetail(m_selColor, description);
+}
+
+bool XColorBtn::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_BUTTONDROPDOWNGRID;
+    return true;
+}
+
+bool XColorBtn::AccessibleState(long child, long& state) {
+    if (child != CHILDID_SELF) return false;
+    state = qv::PushButtonState(m_hWnd) | STATE_SYSTEM_HASPOPUP;
+    return true;
+}
+
+void XColorBtn::OnDpiChanged(UINT) {
+    if (IsWindow()) Invalidate(false);
 }
 
 void XColorBtn::Reset() { SetSelColor(0xFFFFFF); }
@@ -342,79 +460,60 @@ bool XColorBtn::OnReflectDrawItem(DRAWITEMSTRUCT* dis) {
 void XColorBtn::DrawItem(DRAWITEMSTRUCT* dis) {
     HDC dc = dis->hDC;
     const UINT state = dis->itemState;
-    int L = dis->rcItem.left, T = dis->rcItem.top, R = dis->rcItem.right, B = dis->rcItem.bottom;
-    const int savedDc = ::SaveDC(dc);
-
-    // 1. The face and a two-pixel 3D border: raised at rest, sunken while held down.
-    ::SelectObject(dc, m_penFace.get());
-    ::SelectObject(dc, m_brushFace.get());
-    ::Rectangle(dc, L, T, R, B);
-    if (state & ODS_SELECTED) {
-        ::SelectObject(dc, m_penDarkShadow.get());
-        Line(dc, L, B - 1, L, T);
-        ::LineTo(dc, R, T);
-        ::SelectObject(dc, m_penShadow.get());
-        Line(dc, L + 1, B - 2, L + 1, T + 1);
-        ::LineTo(dc, R - 1, T + 1);
-        ::SelectObject(dc, m_penHighlight.get());
-        Line(dc, L, B - 1, R - 1, B - 1);
-        ::LineTo(dc, R - 1, T - 1);
-        // The content follows the press.
-        ++L, ++T, ++R, ++B;
-    } else {
-        ::SelectObject(dc, m_penDarkShadow.get());
-        Line(dc, L, B - 1, R - 1, B - 1);
-        ::LineTo(dc, R - 1, T - 1);
-        ::SelectObject(dc, m_penShadow.get());
-        Line(dc, L + 1, B - 2, R - 2, B - 2);
-        ::LineTo(dc, R - 2, T);
-        ::SelectObject(dc, m_penHighlight.get());
-        Line(dc, L + 1, B - 3, L + 1, T + 1);
-        ::LineTo(dc, R - 2, T + 1);
-    }
-    const int mid = B / 2;
+    const qv::Box item{dis->rcItem.left, dis->rcItem.top, dis->rcItem.right, dis->rcItem.bottom};
+    const cl::ButtonFace f = cl::LayOutButton(item, (state & ODS_SELECTED) != 0, qv::DpiOf(dis->hwndItem));
     const bool disabled = (state & ODS_DISABLED) != 0;
+    auto shade = [this](cl::Shade s) {
+        switch (s) {
+        case cl::Shade::kDarkShadow: return m_brushDarkShadow.get();
+        case cl::Shade::kShadow: return m_brushShadow.get();
+        case cl::Shade::kHighlight: return m_brushHighlight.get();
+        }
+        return m_brushShadow.get();
+    };
+
+    // 1. The face and a two-line 3D border: raised at rest, sunken while
+    //    held down, when the content follows the press.
+    Fill(dc, item, m_brushFace.get());
+    for (const cl::Band& band : f.frame) Fill(dc, band.box, shade(band.shade));
 
     // 2. An engraved separator before the arrow.
-    ::SelectObject(dc, m_penShadow.get());
-    Line(dc, R - 11, T + 4, R - 11, B - 4);
-    ::SelectObject(dc, m_penHighlight.get());
-    Line(dc, R - 10, T + 4, R - 10, B - 4);
+    Fill(dc, f.separatorShadow, m_brushShadow.get());
+    Fill(dc, f.separatorHighlight, m_brushHighlight.get());
 
-    // 3. The drop-down arrow: rows of 5, 3 and 1 pixels.
-    const COLORREF arrow = disabled ? ::GetSysColor(COLOR_3DSHADOW) : RGB(0, 0, 0);
-    ::SelectObject(dc, disabled ? m_penShadow.get() : ::GetStockObject(BLACK_PEN));
-    Line(dc, R - 4, mid - 1, R - 9, mid - 1);
-    Line(dc, R - 5, mid, R - 8, mid);
-    ::SetPixel(dc, R - 6, mid + 1, arrow);
-    if (disabled) {
-        const COLORREF white = RGB(255, 255, 255);
-        ::SetPixel(dc, R - 4, mid - 1, white);
-        ::SetPixel(dc, R - 5, mid, white);
-        ::SetPixel(dc, R - 6, mid + 1, white);
+    // 3. The drop-down arrow; engraved grey with a white edge when disabled.
+    HBRUSH arrow = disabled ? m_brushShadow.get() : static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH));
+    for (const qv::Box& row : f.arrow) {
+        Fill(dc, row, arrow);
+        if (disabled) {
+            Fill(dc, qv::Box{row.right - f.unit, row.top, row.right, row.bottom},
+                 static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
+        }
     }
 
-    // 4. The swatch of the selected colour (a disabled button shows none).
+    // 4. The swatch of the selected colour in a black outline (a disabled
+    //    button shows none).
     if (!disabled) {
+        Fill(dc, f.swatch, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
         qv::Brush swatch(::CreateSolidBrush(m_selColor));
-        ::SelectObject(dc, ::GetStockObject(BLACK_PEN));
-        ::SelectObject(dc, swatch.get());
-        ::Rectangle(dc, L + 5, T + 4, R - 15, B - 4);
-        ::SelectObject(dc, m_brushFace.get());  // before the brush goes
+        const int u = f.unit;
+        Fill(dc, qv::Box{f.swatch.left + u, f.swatch.top + u, f.swatch.right - u, f.swatch.bottom - u}, swatch.get());
     }
 
-    // 5. The focus: a dotted frame, every second pixel black.
+    // 5. The focus: a dotted frame, every second dot black.
     if (state & ODS_FOCUS) {
-        for (int x = L + 3; x <= R - 4; x += 2) {
-            ::SetPixel(dc, x, T + 3, RGB(0, 0, 0));
-            ::SetPixel(dc, x, B - 4, RGB(0, 0, 0));
+        HBRUSH black = static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH));
+        const int u = f.unit, step = 2 * f.unit;
+        auto dot = [&](int x, int y) { Fill(dc, qv::Box{x, y, x + u, y + u}, black); };
+        for (int x = f.focus.left; x <= f.focus.right; x += step) {
+            dot(x, f.focus.top);
+            dot(x, f.focus.bottom);
         }
-        for (int y = T + 3; y <= B - 4; y += 2) {
-            ::SetPixel(dc, L + 3, y, RGB(0, 0, 0));
-            ::SetPixel(dc, R - 4, y, RGB(0, 0, 0));
+        for (int y = f.focus.top; y <= f.focus.bottom; y += step) {
+            dot(f.focus.left, y);
+            dot(f.focus.right, y);
         }
     }
-    ::RestoreDC(dc, savedDc);
 }
 
 LRESULT XColorBtn::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {

@@ -21,12 +21,19 @@
 // palette, the last one to be destroyed frees it; the constructor with a
 // list of colours overwrites it from the start, for every button.
 //
-// Screen readers: the button's window text (which is not drawn) names it and
-// carries its value, as "Colour: Red" for a colour of the default palette
-// and "Colour: #1E90FF" for any other; a caption given to Create replaces
-// "Colour". The standard button accessibility of the system reads it, with
-// the focus and the disabled state, so the button answers no WM_GETOBJECT of
-// its own. The grid's cells likewise carry their colours' names.
+// Screen readers: the button is named by its caption (the text given to
+// Create or the dialog item's own text, which is not drawn), otherwise by
+// the label before it in the form, otherwise "Colour". Its value is the
+// colour's name where the default palette has one ("Red", translated) and
+// its "#RRGGBB" text otherwise; a named colour carries the "#RRGGBB" text as
+// its description. It is read as a button that drops down a grid, and a
+// change of the colour is announced (EVENT_OBJECT_VALUECHANGE). In the grid
+// every cell is a list item named by its colour, the cell of the current
+// colour selected; "Other..." is a push button.
+//
+// DPI: the frame, separator, arrow, swatch and focus frame of the button
+// and the cells of the grid are laid out at the DPI of their window (lines
+// one pixel thick at 96 DPI, two at 144 and 192); both follow a DPI change.
 #pragma once
 
 #include <windows.h>
@@ -34,14 +41,18 @@
 #include <memory>
 #include <string>
 
+#include <vector>
+
 #include "quorvel/common/api.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
 #include "quorvel/platform/dialog.h"
+#include "quorvel/platform/dpi.h"
 #include "quorvel/platform/gdi.h"
 
 // The colour grid. Run modally by XColorBtn; a host may run it itself and
 // read GetSelectedIndex and GetSelectedColor afterwards.
-class QV_API XColorBtnDlg : public qv::Dialog {
+class QV_API XColorBtnDlg : public qv::Dialog, public qv::DpiListener {
 public:
     enum : UINT {
         kTemplate = 5000,
@@ -67,6 +78,9 @@ public:
     // After IDOK: the chosen colour.
     COLORREF GetSelectedColor() const noexcept { return m_chosen; }
 
+    // qv::DpiListener: the cells and "Other..." are laid out again.
+    void OnDpiChanged(UINT dpi) override;
+
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     BOOL OnInitDialog() override;
@@ -80,9 +94,12 @@ protected:
     virtual bool ChooseOtherColor(COLORREF& color);
 
 private:
-    static LRESULT CALLBACK KeySubclassProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    // A cell or "Other...": the keys of the grid and what a reader hears.
+    class Item;
     // A key on the item with grid index `index`; true when handled.
     bool OnGridKey(int index, UINT vk);
+    // Places the cells and "Other..." and sizes the grid for `dpi`.
+    void LayOut(UINT dpi);
     void Choose(int index);
     void FocusIndex(int index);
     int IndexOf(HWND wnd) const;
@@ -96,9 +113,10 @@ private:
     int m_selected = kNoSelection;
     int m_column = 0;          // the column Up from "Other..." returns to
     bool m_inOther = false;    // the system's colour dialog is open
+    std::vector<std::unique_ptr<Item>> m_items;  // while the grid is open
 };
 
-class QV_API XColorBtn : public qv::Button {
+class QV_API XColorBtn : public qv::Button, public qv::AccessibleSource, public qv::DpiListener {
 public:
     enum : DWORD { kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_OWNERDRAW };
     enum : int { kPaletteSize = 20 };
@@ -110,9 +128,10 @@ public:
     XColorBtn(COLORREF selected, const COLORREF* colors, int count) noexcept;
     ~XColorBtn() override;
 
-    // Creates the button with kStyle. `caption` (null: "Colour") names it for
-    // screen readers. A dialog item taken over with SubclassDlgItem must have
-    // BS_OWNERDRAW in its template.
+    // Creates the button with kStyle. `caption` (translated; null: the label
+    // before the button, or "Colour") names it for screen readers. A dialog
+    // item taken over with SubclassDlgItem must have BS_OWNERDRAW in its
+    // template.
     BOOL Create(const wchar_t* caption, const RECT& rect, HWND parent, UINT id);
 
     void SetSelColor(COLORREF color);
@@ -127,6 +146,15 @@ public:
     static COLORREF GetPaletteColor(int index) noexcept;
     static int GetPaletteUsers() noexcept;
 
+    // qv::AccessibleSource: name, colour, role and state for screen readers.
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleValue(long child, std::wstring& value) override;
+    bool AccessibleDescription(long child, std::wstring& description) override;
+    bool AccessibleRole(long child, long& role) override;
+    bool AccessibleState(long child, long& state) override;
+    // qv::DpiListener: the face is drawn again at the new DPI.
+    void OnDpiChanged(UINT dpi) override;
+
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     bool OnReflectCommand(UINT notifyCode) override;                   // WM_COMMAND (BN_CLICKED)
@@ -139,12 +167,10 @@ protected:
 
 private:
     void Construct(COLORREF selected) noexcept;
-    void UpdateAccessibleText();
 
     COLORREF m_selColor = 0xFFFFFF;
     std::unique_ptr<XColorBtnDlg> m_pdlg;
     bool m_paletteHeld = false;
-    std::wstring m_label;
-    qv::Pen m_penFace, m_penHighlight, m_penShadow, m_penDarkShadow;
-    qv::Brush m_brushFace;
+    // The face and the three shades of the 3D frame, in the user's colours.
+    qv::Brush m_brushFace, m_brushHighlight, m_brushShadow, m_brushDarkShadow;
 };

@@ -109,4 +109,75 @@ const wchar_t* ColorName(std::uint32_t color) noexcept {
     return nullptr;
 }
 
+ButtonFace LayOutButton(const Box& item, bool pressed, unsigned dpi) noexcept {
+    auto s = [dpi](int length) { return ScaleToDpi(length, dpi); };
+    ButtonFace f;
+    const int u = std::max(1, s(1));
+    f.unit = u;
+    const int L = item.left, T = item.top, R = item.right, B = item.bottom;
+    try {
+        if (pressed) {
+            f.frame = {
+                {{L, T, L + u, B}, Shade::kDarkShadow},          {{L, T, R, T + u}, Shade::kDarkShadow},
+                {{L + u, T + u, L + 2 * u, B - u}, Shade::kShadow}, {{L + u, T + u, R - u, T + 2 * u}, Shade::kShadow},
+                {{L, B - u, R, B}, Shade::kHighlight},           {{R - u, T, R, B}, Shade::kHighlight},
+            };
+        } else {
+            f.frame = {
+                {{L, B - u, R, B}, Shade::kDarkShadow},             {{R - u, T, R, B}, Shade::kDarkShadow},
+                {{L + u, B - 2 * u, R - u, B - u}, Shade::kShadow}, {{R - 2 * u, T + u, R - u, B - u}, Shade::kShadow},
+                {{L + u, T + u, L + 2 * u, B - 2 * u}, Shade::kHighlight},
+                {{L + u, T + u, R - 2 * u, T + 2 * u}, Shade::kHighlight},
+            };
+        }
+    } catch (...) {
+        f.frame.clear();  // out of memory: a face without its frame
+    }
+    const int shift = pressed ? u : 0;
+    f.content = Box{L + shift, T + shift, R + shift, B + shift};
+    const Box& c = f.content;
+
+    const int sepX = c.right - s(11);
+    f.separatorShadow = Box{sepX, c.top + s(4), sepX + u, c.bottom - s(4)};
+    f.separatorHighlight = Box{sepX + u, c.top + s(4), sepX + 2 * u, c.bottom - s(4)};
+
+    int width = s(5);
+    if (width % 2 == 0) --width;  // odd, so the triangle ends in one pixel
+    const int rows = (width + 1) / 2;
+    const int centre = c.right - s(6);
+    const int top = c.bottom / 2 - (rows - 1) / 2;
+    try {
+        f.arrow.reserve(static_cast<std::size_t>(rows));
+        for (int r = 0; r < rows; ++r) {
+            const int half = (width - 1) / 2 - r;
+            f.arrow.push_back(Box{centre - half, top + r, centre + half + 1, top + r + 1});
+        }
+    } catch (...) {
+        f.arrow.clear();
+    }
+
+    f.swatch = Box{c.left + s(5), c.top + s(4), c.right - s(15), c.bottom - s(4)};
+    f.focus = Box{c.left + s(3), c.top + s(3), c.right - s(4), c.bottom - s(4)};
+    return f;
+}
+
+GridLayout LayOutGrid(unsigned dpi) noexcept {
+    auto s = [dpi](int length) { return ScaleToDpi(length, dpi); };
+    GridLayout g;
+    const int margin = s(2), cellW = s(19), cellH = s(16), gapX = s(2), gapY = s(3);
+    for (int i = 0; i < kPaletteSize; ++i) {
+        const int col = i % kGridColumns, row = i / kGridColumns;
+        const int x = margin + col * (cellW + gapX), y = margin + row * (cellH + gapY);
+        g.cells[i] = Box{x, y, x + cellW, y + cellH};
+    }
+    const int gridRight = g.cells[kGridColumns - 1].right;
+    const int otherTop = g.cells[kPaletteSize - 1].bottom + s(4);
+    g.other = Box{margin, otherTop, gridRight, otherTop + s(18)};
+    g.width = gridRight + margin;
+    g.height = g.other.bottom + s(3);
+    g.unit = std::max(1, s(1));
+    g.inset = s(2);
+    return g;
+}
+
 }  // namespace qv::colors
