@@ -1,6 +1,7 @@
 // The viewer's decisions: which viewer a name gets, office pages and the
 // name they are opened under, the browser's command line, the lines of a
-// file in its encodings.
+// file in its encodings, the view's layout at any DPI and the file's name
+// for a screen reader.
 #include "quorvel/views/viewer_rules.h"
 
 #include <gtest/gtest.h>
@@ -38,6 +39,51 @@ TEST(ViewerRulesTest, ViewerByTheCharactersAfterTheLastDot) {
     for (const auto& c : cases) {
         EXPECT_EQ(vw::ChooseViewer(c.path), c.kind) << std::wstring(c.path);
         EXPECT_EQ(vw::ExtensionKey(c.path), c.key) << std::wstring(c.path);
+    }
+}
+
+TEST(ViewerRulesTest, TheRowAndTheViewerScaleWithTheDpi) {
+    using qv::Box;
+    const struct {
+        int width, height;
+        bool row;
+        unsigned dpi;
+        Box edit, reload, browser, viewer;
+    } cases[] = {
+        {300, 200, true, 96, {0, 0, 222, 24}, {224, 0, 248, 24}, {276, 0, 300, 24}, {0, 26, 300, 200}},
+        {300, 200, false, 96, {}, {}, {}, {0, 0, 300, 200}},
+        // 36-pixel buttons 3 apart at 150 %, 48 and 4 at 200 %.
+        {450, 300, true, 144, {0, 0, 333, 36}, {336, 0, 372, 36}, {414, 0, 450, 36}, {0, 39, 450, 300}},
+        {600, 400, true, 192, {0, 0, 444, 48}, {448, 0, 496, 48}, {552, 0, 600, 48}, {0, 52, 600, 400}},
+        // Too small: the field shrinks to nothing, the viewer to an empty strip.
+        {50, 10, true, 96, {0, 0, 0, 24}, {-26, 0, -2, 24}, {26, 0, 50, 24}, {0, 10, 50, 10}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.width << " x " << c.height << " at " << c.dpi);
+        const vw::ViewLayout v = vw::LayOutView(c.width, c.height, c.row, c.dpi);
+        EXPECT_EQ(v.edit, c.edit);
+        EXPECT_EQ(v.buttons[0], c.reload);
+        EXPECT_EQ(v.buttons[2], c.browser);
+        EXPECT_EQ(v.viewer, c.viewer);
+        if (c.row) {
+            EXPECT_EQ(v.buttons[1].left - v.buttons[0].right, v.buttons[2].left - v.buttons[1].right);
+        }
+    }
+}
+
+TEST(ViewerRulesTest, ReadersHearTheFilesNameAndWhetherItIsAPicture) {
+    const struct { const wchar_t* path; const wchar_t* name; bool picture; } cases[] = {
+        {L"C:\\plans\\site.BMP", L"site.BMP", true},
+        {L"D:/scans/photo.jpg", L"photo.jpg", true},
+        {L"anim.gif", L"anim.gif", true},
+        {L"C:\\docs.jpg\\page.htm", L"page.htm", false},
+        {L"notes.txt", L"notes.txt", false},
+        {L"http://host/", L"http://host/", false},
+        {L"", L"", false},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(vw::ReaderName(c.path), c.name) << c.path;
+        EXPECT_EQ(vw::IsPicture(c.path), c.picture) << c.path;
     }
 }
 

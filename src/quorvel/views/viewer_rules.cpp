@@ -55,6 +55,37 @@ std::wstring ExtensionKey(std::wstring_view path) {
     return std::wstring(name.substr(dot + 1, 3));
 }
 
+bool IsPicture(std::wstring_view path) {
+    const std::wstring key = ExtensionKey(path);
+    return EqualNoCase(key, L"gif") || EqualNoCase(key, L"jpg") || EqualNoCase(key, L"bmp");
+}
+
+std::wstring ReaderName(std::wstring_view path) {
+    const size_t sep = path.find_last_of(L"\\/");
+    if (sep == std::wstring_view::npos || sep + 1 == path.size()) return std::wstring(path);
+    return std::wstring(path.substr(sep + 1));
+}
+
+ViewLayout LayOutView(int width, int height, bool withRow, unsigned dpi) noexcept {
+    width = std::max(width, 0);
+    height = std::max(height, 0);
+    ViewLayout v;
+    if (!withRow) {
+        v.viewer = Box{0, 0, width, height};
+        return v;
+    }
+    const int row = ScaleToDpi(kRowHeight, dpi), gap = ScaleToDpi(kRowGap, dpi);
+    int right = width;
+    for (int i = kButtonCount - 1; i >= 0; --i) {
+        right -= row;
+        v.buttons[i] = Box{right, 0, right + row, row};
+        right -= gap;
+    }
+    v.edit = Box{0, 0, std::max(right, 0), row};
+    v.viewer = Box{0, std::min(height, row + gap), width, height};
+    return v;
+}
+
 Kind ChooseViewer(std::wstring_view path) {
     // Compared in this order; "html" can never equal a three-character key
     // and is listed only so that the order stays the one hosts know.

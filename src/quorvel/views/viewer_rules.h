@@ -1,7 +1,8 @@
 // The decisions of the image and page viewer, without a window: which viewer
 // a file name gets, whether a file is a page an office suite saved (and what
-// it is opened as then), the command line that starts the web browser, and
-// the texts of the shell's errors.
+// it is opened as then), the command line that starts the web browser, the
+// texts of the shell's errors, where the view's parts go at any DPI and what
+// a screen reader hears of the file.
 //
 // Private to the library: the window classes (viewers.h) read the files and
 // the registry and hand the texts in here.
@@ -10,6 +11,9 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "quorvel/common/box.h"
+#include "quorvel/common/dpi_rules.h"
 
 namespace qv::viewer {
 
@@ -89,6 +93,33 @@ std::wstring NameWithExtension(std::wstring_view path, std::wstring_view extensi
 // The file name an office page is opened under (NameWithExtension with its
 // office extension); empty for None.
 std::wstring OfficeFileName(std::wstring_view path, Office office);
+
+// Whether the file is a picture ("gif", "jpg" or "bmp" after the last dot,
+// any case) rather than a page or a text: a screen reader hears the view
+// showing it as a graphic.
+bool IsPicture(std::wstring_view path);
+
+// The name a screen reader hears for the file a view shows: its name without
+// the folder ("C:\\plans\\site.bmp" gives "site.bmp"); the whole text when
+// it ends in a separator (an address such as "http://host/").
+std::wstring ReaderName(std::wstring_view path);
+
+// The image view's parts in its client area `width` x `height` at `dpi`.
+// At 96 DPI the file-name field and the buttons share a top row 24 pixels
+// high: three buttons 24 wide at the right edge, 2 apart, the field from
+// the left edge to 2 before the first button; the viewer (or the "File not
+// found" text) fills the rest from 2 below the row. A view without the row
+// (the reduced viewers) gives the viewer the whole area. Every length is
+// scaled to the DPI; nothing is turned over in a view too small for it.
+inline constexpr int kRowHeight = 24;
+inline constexpr int kRowGap = 2;
+inline constexpr int kButtonCount = 3;
+struct ViewLayout {
+    Box edit;                  // empty without the row
+    Box buttons[kButtonCount]; // reload, open, web browser
+    Box viewer;
+};
+ViewLayout LayOutView(int width, int height, bool withRow, unsigned dpi) noexcept;
 
 // The command that starts the web browser on `file`, from the browser's
 // registered open command: everything before its "%1" (all of it when there

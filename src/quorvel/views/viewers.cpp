@@ -1,6 +1,7 @@
 #include "quorvel/views/viewers.h"
 
 #include <exdisp.h>
+#include <oleacc.h>
 #include <ole2.h>
 #include <vfw.h>
 
@@ -105,6 +106,8 @@ bool XDIBView::DisplayBMP(const std::wstring& path) try {
     if (!vw::ParseBmp(file, dib)) return false;
     m_dib = std::move(dib.bytes);
     m_bitsOffset = dib.bitsOffset;
+    m_path = path;
+    if (IsWindow()) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_NAMECHANGE);
     if (m_drawDib && IsWindow()) {
         // Palette pictures get the palette DrawDib makes for them.
         qv::ClientDC dc(m_hWnd);
@@ -121,6 +124,7 @@ void XDIBView::Clear() {
     m_dib.clear();
     m_dib.shrink_to_fit();
     m_bitsOffset = 0;
+    m_path.clear();
     if (IsWindow()) Invalidate();
 }
 
@@ -151,6 +155,18 @@ RECT XDIBView::GetPictureRect(const RECT& client) const noexcept {
     }
     const long x = client.left + (cw - w) / 2, y = client.top + (ch - h) / 2;
     return RECT{x, y, x + w, y + h};
+}
+
+bool XDIBView::AccessibleName(long child, std::wstring& name) {
+    if (child != CHILDID_SELF) return false;
+    name = vw::ReaderName(m_path);
+    return true;
+}
+
+bool XDIBView::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_GRAPHIC;
+    return true;
 }
 
 void XDIBView::SetBkColor(COLORREF colour) {
@@ -328,6 +344,24 @@ XHTMLView::~XHTMLView() {
     m_oleInitialized = false;
 }
 
+bool XHTMLView::AccessibleName(long child, std::wstring& name) {
+    if (child != CHILDID_SELF) return false;
+    name = vw::ReaderName(m_url);
+    return true;
+}
+
+bool XHTMLView::AccessibleDescription(long child, std::wstring& description) {
+    if (child != CHILDID_SELF || HasBrowser()) return false;
+    description = GetMessageText();
+    return true;
+}
+
+bool XHTMLView::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = vw::IsPicture(m_url) ? ROLE_SYSTEM_GRAPHIC : ROLE_SYSTEM_DOCUMENT;
+    return true;
+}
+
 bool XHTMLView::HtmlEngineAvailable() try {
     qv::ComInit com;
     qv::ComPtr<IClassFactory> factory;
@@ -484,8 +518,6 @@ void XHTMLView::OnDestroy() {
 // ===================================================================================
 
 namespace {
-constexpr int kRowHeight = 24;  // the file-name field and the buttons
-constexpr int kGap = 2;
 constexpr UINT kButtonOffsets[3] = {XImageView::kReloadOffset, XImageView::kOpenOffset, XImageView::kBrowserOffset};
 constexpr UINT kButtonFaces[3] = {XImageView::kReloadFace, XImageView::kOpenFace, XImageView::kBrowserFace};
 }  // namespace
@@ -514,7 +546,11 @@ bool XImageView::CreateCtrl(UINT& id, const RECT& rect, HFONT font, HWND parent)
         if (!DisplayAdditionalCtrls(font)) qv::LogFailure(L" XImageView::CreateCtrl", __LINE__, L"Creating control failed");
         CreateBtnToolTips();
     }
-    Layout();
+    // "File not found" comes after the field in the tab order: shown, it is
+    // no label that would name the field.
+    if (m_staticNotFound.IsWindow())
+        m_staticNotFound.SetWindowPos(HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    Layout(qv::DpiOf(m_hWnd));
     id += kIdCount;
     return true;
 } catch (...) {
@@ -527,7 +563,8 @@ HBITMAP XImageView::LoadBitmapW(UINT id) {
 }
 
 bool XImageView::DisplayAdditionalCtrls(HFONT font) {
-    bool ok = m_editFile.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL, RECT{0, 0, 10, kRowHeight},
+    const int row = qv::Scale(m_hWnd, vw::kRowHeight);
+    bool ok = m_editFile.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL, RECT{0, 0, 10, row},
                                 m_hWnd, m_idBase + kFileEditOffset);
     if (ok) {
         if (font) m_editFile.SetFont(font, false);
@@ -536,13 +573,14 @@ bool XImageView::DisplayAdditionalCtrls(HFONT font) {
     static const wchar_t* const kNames[3] = {L"Reload image", L"Edit image", L"Open in web browser"};
     for (int i = 0; i < 3; ++i) {
         // The name is not drawn (the face is); screen readers read it.
-        const bool made = m_buttons[i].Create(Translated(kNames[i]).c_str(),
-                                              WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_BITMAP | BS_CENTER,
-                                              RECT{0, 0, kRowHeight, kRowHeight}, m_hWnd, m_idBase + kButtonOffsets[i]);
+        const std::wstring name = Translated(kNames[i]);
+        const bool made = m_buttons[i].Create(name.c_str(), WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_BITMAP | BS_CENTER,
+                                              RECT{0, 0, row, row}, m_hWnd, m_idBase + kButtonOffsets[i]);
         ok = ok && made;
         if (!made) continue;
+        m_buttons[i].SetAccessibleName(name);
         m_faces[i].reset(LoadBitmapW(kButtonFaces[i]));
-        if (m_faces[i]) m_buttons[i].SetBitmap(m_faces[i].get());
+        m_buttons[i].SetFace(m_faces[i].get());
     }
     return ok;
 }
@@ -562,26 +600,26 @@ qv::Button& XImageView::GetButton(UINT offset) noexcept {
     }
 }
 
+namespace {
+RECT ToRect(const qv::Box& b) { return RECT{b.left, b.top, b.right, b.bottom}; }
+}  // namespace
+
 RECT XImageView::ViewerGetSize() const {
-    RECT area = IsWindow() ? GetClientRect() : RECT{};
-    if (m_editFile.IsWindow()) area.top = std::min(area.bottom, static_cast<LONG>(kRowHeight + kGap));
-    return area;
+    if (!IsWindow()) return RECT{};
+    const RECT client = GetClientRect();
+    return ToRect(vw::LayOutView(client.right, client.bottom, m_editFile.IsWindow(), qv::DpiOf(m_hWnd)).viewer);
 }
 
-void XImageView::Layout() {
+void XImageView::Layout(UINT dpi) {
     if (!IsWindow()) return;
     const RECT client = GetClientRect();
+    const vw::ViewLayout v = vw::LayOutView(client.right, client.bottom, m_editFile.IsWindow(), dpi);
     if (m_editFile.IsWindow()) {
-        LONG right = client.right;
-        for (int i = 2; i >= 0; --i) {
-            if (!m_buttons[i].IsWindow()) continue;
-            right -= kRowHeight;
-            m_buttons[i].MoveWindow(RECT{right, 0, right + kRowHeight, kRowHeight});
-            right -= kGap;
-        }
-        m_editFile.MoveWindow(RECT{0, 0, std::max(client.left, right), kRowHeight});
+        for (int i = 0; i < 3; ++i)
+            if (m_buttons[i].IsWindow()) m_buttons[i].MoveWindow(ToRect(v.buttons[i]));
+        m_editFile.MoveWindow(ToRect(v.edit));
     }
-    const RECT area = ViewerGetSize();
+    const RECT area = ToRect(v.viewer);
     if (m_staticNotFound.IsWindow()) m_staticNotFound.MoveWindow(area);
     if (m_pHTMLView && m_pHTMLView->IsWindow()) m_pHTMLView->MoveWindow(area);
     if (m_pDIBView && m_pDIBView->IsWindow()) m_pDIBView->MoveWindow(area);
@@ -822,8 +860,25 @@ LRESULT XImageView::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
 }
 
 void XImageView::OnSize(UINT type, int cx, int cy) {
-    Layout();
+    Layout(qv::DpiOf(m_hWnd));
     qv::Window::OnSize(type, cx, cy);
+}
+
+void XImageView::OnDpiChanged(UINT dpi) {
+    Layout(dpi);
+    for (auto& button : m_buttons) button.RefreshFace();
+}
+
+bool XImageView::AccessibleDescription(long child, std::wstring& description) {
+    if (child != CHILDID_SELF || !IsFileNotFoundShown()) return false;
+    description = m_staticNotFound.GetWindowText();
+    return true;
+}
+
+bool XImageView::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_GROUPING;
+    return true;
 }
 
 BOOL XImageView::OnEraseBkgnd(HDC dc) {
@@ -851,6 +906,7 @@ BOOL XImageView::OnCommand(WPARAM wp, LPARAM lp) {
                 StartIE();
         }
     } else if (from && code == EN_CHANGE && from == m_editFile.m_hWnd) {
+        qv::RaiseAccessibleEvent(m_editFile.m_hWnd, EVENT_OBJECT_VALUECHANGE);
         if (!m_settingName) {
             m_strFilename = m_editFile.GetWindowText();
             DisplayFile();

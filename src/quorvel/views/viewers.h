@@ -39,6 +39,19 @@
 // is that of the file-name field and of "File not found"; the background
 // colour fills the field, the view and the bitmap viewer around the picture.
 // They start as the system's window text and window colours.
+//
+// Screen readers: the image view is a group named by the label before it,
+// and so is its file-name field, whose value is the name and whose changes
+// are announced. The buttons are read by what they do ("Reload image",
+// "Edit image", "Open in web browser", translated), not as pictures. The
+// viewer is read as a graphic (a picture) or a document (a page or a text)
+// named by the file's name without its folder; where "File not found" shows
+// instead, the text is read, and the image view carries it as its
+// description.
+//
+// DPI: the row of the field and the buttons, the gap below it and the
+// buttons' faces (enlarged by whole multiples, so they stay sharp) follow
+// the DPI of the view; a DPI change lays it out again.
 #pragma once
 
 #include <windows.h>
@@ -49,9 +62,12 @@
 
 #include "quorvel/common/api.h"
 #include "quorvel/controls/color.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
+#include "quorvel/platform/dpi.h"
 #include "quorvel/platform/gdi.h"
 #include "quorvel/platform/window.h"
+#include "quorvel/windows/named_button.h"
 
 // A device-independent bitmap from a .bmp file, drawn through the system's
 // DrawDib functions. Bitmaps of 1, 4, 8, 16, 24 and 32 bits per pixel, bottom-
@@ -59,7 +75,7 @@
 // the window is scaled down to fit, keeping its proportions, and the rest of
 // the window is filled with the background colour. The viewer answers
 // WM_PRINTCLIENT, so the picture can be drawn into any device context.
-class QV_API XDIBView : public qv::Window {
+class QV_API XDIBView : public qv::Window, public qv::AccessibleSource {
 public:
     XDIBView() noexcept;
     ~XDIBView() override;
@@ -81,6 +97,12 @@ public:
     COLORREF GetBkColor() const noexcept { return m_bkColor; }
     // Draws the picture and the background into `dc` over `client`.
     virtual void Draw(HDC dc, const RECT& client);
+    // The file the picture came from ("" without one).
+    const std::wstring& GetPath() const noexcept { return m_path; }
+
+    // qv::AccessibleSource: a graphic named by its file's name.
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleRole(long child, long& role) override;
 
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
@@ -90,6 +112,7 @@ protected:
 
 private:
     void CloseDrawDib() noexcept;
+    std::wstring m_path;
     std::vector<unsigned char> m_dib;  // the packed bitmap: header, colours, pixels
     size_t m_bitsOffset = 0;           // where the pixels start in m_dib
     HANDLE m_drawDib = nullptr;        // HDRAWDIB
@@ -100,7 +123,7 @@ private:
 // The system's web-browser control, hosted in the view's window by a small
 // OLE container of the library's own. Without the system's HTML engine the
 // view shows GetMessageText() in its area instead (see the header comment).
-class QV_API XHTMLView : public qv::Window {
+class QV_API XHTMLView : public qv::Window, public qv::AccessibleSource {
 public:
     XHTMLView() noexcept;
     ~XHTMLView() override;
@@ -125,6 +148,13 @@ public:
     // class can be loaded.
     static bool HtmlEngineAvailable();
 
+    // qv::AccessibleSource: a graphic (a picture) or a document (a page, a
+    // text) named by the file's name; without a browser, the text the view
+    // shows instead is its description.
+    bool AccessibleName(long child, std::wstring& name) override;
+    bool AccessibleDescription(long child, std::wstring& description) override;
+    bool AccessibleRole(long child, long& role) override;
+
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     void OnPaint() override;                                               // WM_PAINT
@@ -143,7 +173,7 @@ private:
 };
 
 // The viewer with its file-name field and buttons (see the header comment).
-class QV_API XImageView : public qv::Window, public XBaseColor {
+class QV_API XImageView : public qv::Window, public XBaseColor, public qv::AccessibleSource, public qv::DpiListener {
 public:
     enum : UINT {
         kFileEditOffset = 1,
@@ -213,6 +243,13 @@ public:
     COLORREF GetTextColor() const noexcept { return m_scheme.TextColor(); }
     COLORREF GetBkColor() const noexcept { return m_scheme.BkColor(); }
 
+    // qv::AccessibleSource: a group named by its label, described by "File
+    // not found" while that shows.
+    bool AccessibleDescription(long child, std::wstring& description) override;
+    bool AccessibleRole(long child, long& role) override;
+    // qv::DpiListener: lays the view out again and shows the faces anew.
+    void OnDpiChanged(UINT dpi) override;
+
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
     void OnSize(UINT type, int cx, int cy) override;                       // WM_SIZE
@@ -241,7 +278,7 @@ protected:
     bool ViewerCreate(const RECT& area);
 
 private:
-    void Layout();
+    void Layout(UINT dpi);
     void OpenInApplication(HWND button);
 
     UINT m_idBase = 0;
@@ -250,7 +287,7 @@ private:
     std::unique_ptr<XHTMLView> m_pHTMLView;
     std::unique_ptr<XDIBView> m_pDIBView;
     qv::Static m_staticNotFound;
-    qv::Button m_buttons[3];  // reload, open, browser
+    qv::NamedButton m_buttons[3];  // reload, open, browser
     qv::Bitmap m_faces[3];
     qv::ToolTipCtrl m_tooltip;
     qv::ColorScheme m_scheme;
