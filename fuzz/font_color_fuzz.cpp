@@ -1,8 +1,10 @@
 // Fuzzes the font and colour chooser's text rules with any text a user or a
-// host can give: HTML colour texts and typed sizes. The input is decoded as
-// UTF-8 into UTF-16 code units, as the text would be on Windows. A colour
-// that is read must write back to the same text in lower case, and a size
-// that is read must lie in its range and write back to its digits.
+// host can give: HTML colour texts, typed sizes, and a translated reader
+// text with its numbered places. The input is decoded as UTF-8 into UTF-16
+// code units, as the text would be on Windows. A colour that is read must
+// write back to the same text in lower case, a size that is read must lie
+// in its range and write back to its digits, and a filled-in text never
+// grows with one-character arguments.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -43,6 +45,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         while (digits.size() > 1 && digits.front() == L'0') digits.remove_prefix(1);
         if (std::to_wstring(*value) != digits) std::abort();
     }
+
+    // A translation fills its numbered places and nothing more: with one-
+    // character arguments the text never grows, as every place is two long.
+    const std::wstring filled = fc::FillIn(text, {L"a", L"b", L"c", L"d", L"e"});
+    if (filled.size() > text.size()) std::abort();
+    if (text.find(L'%') == std::wstring::npos && filled != text) std::abort();
 
     // Every style value maps back where it came from, or is refused.
     for (const std::uint8_t byte : std::string_view(reinterpret_cast<const char*>(data), size < 4 ? size : 4)) {

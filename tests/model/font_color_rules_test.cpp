@@ -91,17 +91,35 @@ TEST(FontColorRulesTest, DefaultKeepsTheBackgroundOfAReadOnlyChooser) {
     EXPECT_EQ(fc::PreviewBackground(true, 0x00FFFF), 0xFFFFFFu);
 }
 
-TEST(FontColorRulesTest, PreviewAndButtonInsideTheChooser) {
+TEST(FontColorRulesTest, PreviewAndButtonInsideTheChooserAtAnyDpi) {
     using fc::Box;
-    const struct { Box frame, preview, button; } cases[] = {
-        {{10, 20, 210, 44}, {12, 22, 170, 42}, {172, 22, 208, 42}},
+    const struct { Box frame; unsigned dpi; Box preview, button; } cases[] = {
+        {{10, 20, 210, 44}, 96, {12, 22, 170, 42}, {172, 22, 208, 42}},
         // Too narrow or too low: empty boxes, never turned over.
-        {{0, 0, 30, 3}, {2, 2, 2, 2}, {0, 2, 28, 2}},
-        {{0, 0, 0, 0}, {2, 2, 2, 2}, {0, 2, 0, 2}},
+        {{0, 0, 30, 3}, 96, {2, 2, 2, 2}, {0, 2, 28, 2}},
+        {{0, 0, 0, 0}, 96, {2, 2, 2, 2}, {0, 2, 0, 2}},
+        // The insets, the preview's 40 and the button's 38 scale: 3, 60, 57 at 150 %; 4, 80, 76 at 200 %.
+        {{0, 0, 300, 36}, 144, {3, 3, 240, 33}, {243, 3, 297, 33}},
+        {{0, 0, 400, 48}, 192, {4, 4, 320, 44}, {324, 4, 396, 44}},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(fc::PreviewBox(c.frame), c.preview);
-        EXPECT_EQ(fc::ButtonBox(c.frame), c.button);
+        SCOPED_TRACE(c.dpi);
+        EXPECT_EQ(fc::PreviewBox(c.frame, c.dpi), c.preview);
+        EXPECT_EQ(fc::ButtonBox(c.frame, c.dpi), c.button);
+    }
+}
+
+TEST(FontColorRulesTest, ReaderTextsFillTheirNumberedPlaces) {
+    const struct { const wchar_t* pattern; const wchar_t* filled; } cases[] = {
+        {fc::kReaderValue, L"Arial 12, Bold, Black on #1E90FF"},
+        {fc::kReaderValueReadOnly, L"Arial 12, Bold, Black"},
+        {L"%4 auf %5: %1 %2 (%3)", L"Black auf #1E90FF: Arial 12 (Bold)"},  // a translation reorders
+        {L"100%% %1", L"100% Arial"},
+        {L"%x %", L"%x %"},
+        {L"%6%7", L""},                                                     // no such argument
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(fc::FillIn(c.pattern, {L"Arial", L"12", L"Bold", L"Black", L"#1E90FF"}), c.filled) << c.pattern;
     }
 }
 

@@ -1,8 +1,10 @@
 #include "quorvel/controls/font_color.h"
 
 #include <commdlg.h>
+#include <oleacc.h>
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,6 +13,8 @@
 #include "quorvel/frame/services.h"
 #include "quorvel/frame/siblings.h"
 #include "quorvel/frame/zt_lang.h"
+#include "quorvel/views/color_button_rules.h"
+#include "quorvel/windows/named_button.h"
 
 namespace fc = qv::fontcolor;
 
@@ -20,9 +24,10 @@ std::wstring Translated(const wchar_t* text) { return qv::Services::Translation(
 
 constexpr COLORREF kReadOnlyGrey = 0xC0C0C0;
 
-HFONT MakeFont(const std::wstring& face, int height, const fc::Style& style) {
+// The size is a height in pixels at 96 DPI, scaled to the window's DPI.
+HFONT MakeFont(const std::wstring& face, int size, const fc::Style& style, UINT dpi) {
     LOGFONTW lf{};
-    lf.lfHeight = height;
+    lf.lfHeight = qv::ScaleToDpi(size, dpi);
     lf.lfWeight = fc::Weight(style.bold);
     lf.lfItalic = style.italic ? TRUE : FALSE;
     lf.lfUnderline = style.underlined ? TRUE : FALSE;
@@ -58,6 +63,50 @@ void ShowInCombo(HWND combo, const std::wstring& text) {
     if (found == CB_ERR) ::SetWindowTextW(combo, text.c_str());
 }
 
+// A colour as a reader hears it: its name where the default palette has
+// one (translated), otherwise its "#RRGGBB" text.
+std::wstring ReaderColorText(COLORREF color) {
+    const wchar_t* name = qv::colors::ColorName(color);
+    return name ? Translated(name) : qv::colors::HexText(color);
+}
+
+// The choice as a reader hears it (font_color.h).
+std::wstring ReaderChoice(const std::wstring& face, int size, int styleIndex, COLORREF text, COLORREF background,
+                          bool readOnly) {
+    const std::wstring style = Translated(fc::StyleListText(fc::ListPositionOfStyle(styleIndex)));
+    const std::wstring pattern = Translated(readOnly ? fc::kReaderValueReadOnly : fc::kReaderValue);
+    return fc::FillIn(pattern,
+                      {face, std::to_wstring(size), style, ReaderColorText(text), ReaderColorText(background)});
+}
+
+// A label of the chooser or its dialog that screen readers hear with a name
+// and a value of its own: the preview (the choice) and the colour swatches
+// (their colours). Without a name of its own it takes the label before it.
+class ReaderStatic final : public XBaseStatictextColor, public virtual qv::AccessibleSource {
+public:
+    using Text = std::function<std::wstring()>;
+    ReaderStatic(Text name, Text value) : m_name(std::move(name)), m_value(std::move(value)) {}
+
+    bool AccessibleName(long child, std::wstring& name) override {
+        if (child != CHILDID_SELF) return false;
+        name = m_name ? m_name() : qv::AccessibleLabelOf(m_hWnd);
+        return !name.empty();
+    }
+    bool AccessibleValue(long child, std::wstring& value) override {
+        if (child != CHILDID_SELF || !m_value) return false;
+        value = m_value();
+        return true;
+    }
+    bool AccessibleRole(long child, long& role) override {
+        if (child != CHILDID_SELF) return false;
+        role = ROLE_SYSTEM_STATICTEXT;
+        return true;
+    }
+
+private:
+    Text m_name, m_value;
+};
+
 int CALLBACK CollectFace(const LOGFONTW* lf, const TEXTMETRICW*, DWORD, LPARAM lp) {
     auto* faces = reinterpret_cast<std::vector<std::wstring>*>(lp);
     try {
@@ -84,6 +133,8 @@ BOOL XBaseColorControlDlg::OnInitDialog() {
     m_given = Given{m_fontName, m_fontSize, m_styleIndex, m_textColor, m_bgColor};
     FillLists();
     ReplaceFrames();
+    OrderForReading();
+    AttachForReaders();
     if (m_readOnly) {
         if (m_backSwatch) {
             m_backSwatch->EnableWindow(false);
@@ -133,11 +184,14 @@ void XBaseColorControlDlg::ReplaceFrames() {
         UINT frame, id;
         const wchar_t* text;
         std::unique_ptr<XBaseStatictextColor>* field;
+        ReaderStatic::Text value;
     };
     const Frame frames[] = {
-        {kTextSwatchFrame, kTextSwatch, L" ", &m_textSwatch},
-        {kBackSwatchFrame, kBackSwatch, L" ", &m_backSwatch},
-        {kPreviewFrame, kPreview, fc::kDialogPreviewText, &m_preview},
+        {kTextSwatchFrame, kTextSwatch, L" ", &m_textSwatch, [this] { return ReaderColorText(m_textColor); }},
+        {kBackSwatchFrame, kBackSwatch, L" ", &m_backSwatch, [this] { return ReaderColorText(m_bgColor); }},
+        {kPreviewFrame, kPreview, fc::kDialogPreviewText, &m_preview, [this] {
+             return ReaderChoice(m_fontName, m_fontSize, m_styleIndex, m_textColor, m_bgColor, m_readOnly);
+         }},
     };
     const HFONT font = GetFont();
     for (const Frame& f : frames) {
@@ -147,13 +201,62 @@ void XBaseColorControlDlg::ReplaceFrames() {
         RECT rc{};
         ::GetWindowRect(old, &rc);
         ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(&rc), 2);
-        auto field = std::make_unique<XBaseStatictextColor>();
+        auto field = std::make_unique<ReaderStatic>(nullptr, f.value);
         if (!field->Create(f.text, f.id, rc, font, m_hWnd)) continue;  // the place stays empty
         // Behind the old frame in the tab order, so the dialog reads as before.
         ::SetWindowPos(field->m_hWnd, old, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         if (f.id != kPreview) field->ModifyStyleEx(0, WS_EX_STATICEDGE, SWP_FRAMECHANGED);
         field->ShowWindow(SW_SHOW);
         *f.field = std::move(field);
+    }
+}
+
+void XBaseColorControlDlg::OrderForReading() {
+    // The template's own labels (no id of their own), in template order:
+    // "Font", "Height", "Style", "Text Color", "Preview". A template of
+    // another make-up is left as it is.
+    std::vector<HWND> labels;
+    for (HWND child = ::GetWindow(m_hWnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        const int id = ::GetDlgCtrlID(child);
+        wchar_t cls[16] = {};
+        ::GetClassNameW(child, cls, 16);
+        if ((id == -1 || id == 0xFFFF) && ::lstrcmpiW(cls, L"Static") == 0) labels.push_back(child);
+    }
+    if (labels.size() != 5) return;
+    auto item = [this](UINT id) { return GetDlgItem(static_cast<int>(id)); };
+    auto field = [](const std::unique_ptr<XBaseStatictextColor>& f) { return f ? f->m_hWnd : nullptr; };
+    const HWND order[] = {
+        labels[0], item(kFaceList),   labels[1], item(kHeightList), labels[2], item(kStyleList),
+        labels[3], item(kTextSwatchFrame), field(m_textSwatch), item(kTextColorButton),
+        item(kBackColorLabel), item(kBackSwatchFrame), field(m_backSwatch), item(kBackColorButton),
+        labels[4], item(kPreviewFrame), field(m_preview),
+        item(IDOK), item(IDCANCEL), item(kDefaultButton),
+    };
+    HWND after = HWND_TOP;
+    for (HWND h : order) {
+        if (!h) continue;
+        ::SetWindowPos(h, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        after = h;
+    }
+}
+
+void XBaseColorControlDlg::AttachForReaders() {
+    m_readerItems.clear();
+    // The library's own list objects answer readers with the label before
+    // them as the name and the list's text as the value.
+    for (UINT id : {kFaceList, kHeightList, kStyleList}) {
+        auto list = std::make_unique<qv::ComboBox>();
+        if (list->SubclassDlgItem(id, m_hWnd)) m_readerItems.push_back(std::move(list));
+    }
+    const struct { UINT id; const wchar_t* name; } buttons[] = {
+        {kTextColorButton, L"Choose text color"},
+        {kBackColorButton, L"Choose background color"},
+    };
+    for (const auto& b : buttons) {
+        auto button = std::make_unique<qv::NamedButton>();
+        if (!button->SubclassDlgItem(b.id, m_hWnd)) continue;
+        button->SetAccessibleName(Translated(b.name));
+        m_readerItems.push_back(std::move(button));
     }
 }
 
@@ -172,8 +275,9 @@ void XBaseColorControlDlg::UpdatePreview() {
     m_preview->SetTextColor(m_textColor);
     // The old font goes first; the preview is given the new one at once.
     m_previewFont.reset();
-    m_previewFont.reset(MakeFont(m_fontName, m_fontSize, fc::StyleOf(m_styleIndex)));
+    m_previewFont.reset(MakeFont(m_fontName, m_fontSize, fc::StyleOf(m_styleIndex), qv::DpiOf(m_hWnd)));
     m_preview->SetFont(m_previewFont.get(), true);
+    qv::RaiseAccessibleEvent(m_preview->m_hWnd, EVENT_OBJECT_VALUECHANGE);
 }
 
 bool XBaseColorControlDlg::ReadLists(bool warn, UINT notifyFrom, UINT notifyCode) {
@@ -218,11 +322,12 @@ void XBaseColorControlDlg::PickColor(bool background) {
     COLORREF color = background ? m_bgColor : m_textColor;
     if (!RunColorDialog(color)) return;
     XBaseStatictextColor* swatch = background ? m_backSwatch.get() : m_textSwatch.get();
+    (background ? m_bgColor : m_textColor) = color;
     if (swatch) {
         swatch->SetBkColor(color);
         swatch->ShowWindow(SW_SHOW);
+        qv::RaiseAccessibleEvent(swatch->m_hWnd, EVENT_OBJECT_VALUECHANGE);
     }
-    (background ? m_bgColor : m_textColor) = color;
     UpdatePreview();
 }
 
@@ -287,6 +392,7 @@ void XBaseColorControlDlg::OnDestroy() {
     m_textSwatch.reset();
     m_backSwatch.reset();
     m_preview.reset();
+    m_readerItems.clear();
     m_previewFont.reset();
     Default();
 }
@@ -309,17 +415,21 @@ int XBaseColorControlNew::CreateCtrl(const wchar_t* text, unsigned long style, c
     (void)text;
     if (!qv::Static::Create(nullptr, style, rect, parent, id)) return FALSE;
     const fc::Box frame = ToBox(rect);
-    auto preview = std::make_unique<XBaseStatictextColor>();
-    auto button = std::make_unique<qv::Button>();
+    // The preview is read with the chooser's name and the choice as its value.
+    auto preview = std::make_unique<ReaderStatic>([this] { return qv::AccessibleLabelOf(m_hWnd); },
+                                                  [this] { return GetReaderValue(); });
+    auto button = std::make_unique<qv::NamedButton>();
     const HFONT dialogFont = reinterpret_cast<HFONT>(::SendMessageW(parent, WM_GETFONT, 0, 0));
     // The children are placed in the frame's own client area.
     const fc::Box inside{0, 0, frame.right - frame.left, frame.bottom - frame.top};
-    if (!preview->Create(fc::kChooserPreviewText, 0, ToRect(fc::PreviewBox(inside)), nullptr, m_hWnd) ||
-        !button->Create(L"...", kButtonStyle, ToRect(fc::ButtonBox(inside)), m_hWnd, m_buttonId)) {
+    const UINT dpi = qv::DpiOf(m_hWnd);
+    if (!preview->Create(fc::kChooserPreviewText, 0, ToRect(fc::PreviewBox(inside, dpi)), nullptr, m_hWnd) ||
+        !button->Create(L"...", kButtonStyle, ToRect(fc::ButtonBox(inside, dpi)), m_hWnd, m_buttonId)) {
         DestroyWindow();
         return FALSE;
     }
     button->SetFont(dialogFont, false);
+    button->SetAccessibleName(Translated(L"Fonts and colors"));
     m_pPreview = std::move(preview);
     m_pButton = std::move(button);
     adaptControlToInternalData();
@@ -332,10 +442,40 @@ void XBaseColorControlNew::adaptControlToInternalData() {
     if (!m_pPreview || !m_pPreview->IsWindow()) return;
     m_pPreview->SetBkColor(fc::PreviewBackground(m_readOnly, m_bgColor));
     m_pPreview->SetTextColor(m_textColor);
-    qv::Font font(MakeFont(m_fontName, m_fontSize, fc::Style{m_bold, m_italic, m_underlined}));
+    qv::Font font(MakeFont(m_fontName, m_fontSize, fc::Style{m_bold, m_italic, m_underlined}, qv::DpiOf(m_hWnd)));
     m_pPreview->SetFont(font.get(), true);
     m_font = std::move(font);  // the previous font goes once the preview has let it go
     m_pPreview->ShowWindow(SW_SHOW);
+    // A reader hears a changed choice; a setter that changed nothing says nothing.
+    std::wstring value = GetReaderValue();
+    if (value != m_readerValue) {
+        m_readerValue = std::move(value);
+        qv::RaiseAccessibleEvent(m_pPreview->m_hWnd, EVENT_OBJECT_VALUECHANGE);
+    }
+}
+
+std::wstring XBaseColorControlNew::GetReaderValue() const {
+    return ReaderChoice(m_fontName, m_fontSize, fc::StyleIndex(fc::Style{m_bold, m_italic, m_underlined}), m_textColor,
+                        m_bgColor, m_readOnly);
+}
+
+bool XBaseColorControlNew::AccessibleRole(long child, long& role) {
+    if (child != CHILDID_SELF) return false;
+    role = ROLE_SYSTEM_GROUPING;
+    return true;
+}
+
+void XBaseColorControlNew::OnDpiChanged(UINT dpi) {
+    if (!IsWindow()) return;
+    const RECT client = GetClientRect();
+    LayOutChildren(client.right, client.bottom, dpi);
+    adaptControlToInternalData();
+}
+
+void XBaseColorControlNew::LayOutChildren(int cx, int cy, UINT dpi) {
+    const fc::Box inside{0, 0, cx, cy};
+    if (m_pPreview) m_pPreview->MoveWindow(ToRect(fc::PreviewBox(inside, dpi)));
+    if (m_pButton) m_pButton->MoveWindow(ToRect(fc::ButtonBox(inside, dpi)));
 }
 
 LRESULT XBaseColorControlNew::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
@@ -351,9 +491,7 @@ LRESULT XBaseColorControlNew::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
 }
 
 void XBaseColorControlNew::OnSize(UINT type, int cx, int cy) {
-    const fc::Box inside{0, 0, cx, cy};
-    if (m_pPreview) m_pPreview->MoveWindow(ToRect(fc::PreviewBox(inside)));
-    if (m_pButton) m_pButton->MoveWindow(ToRect(fc::ButtonBox(inside)));
+    LayOutChildren(cx, cy, qv::DpiOf(m_hWnd));
     qv::Static::OnSize(type, cx, cy);
 }
 

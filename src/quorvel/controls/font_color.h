@@ -13,6 +13,20 @@
 // The size is used as the font's height in logical units as it is entered
 // (12 gives a font 12 pixels high), not converted from points.
 //
+// Screen readers: the chooser is a group named by the label before it. The
+// preview is read with the same name and the choice as its value ("Arial
+// 12, Bold, Black on White"; colours by name where the default palette has
+// one, otherwise as "#RRGGBB"; without the background for a read-only
+// chooser), and a change of the choice is announced. The "..." button is
+// read as "Fonts and colors". In the dialog every list is named by its
+// label (the dialog is ordered label before field, which is also the order
+// Tab follows), the swatches carry their colours as values, the preview the
+// choice, and the two "..." buttons say which colour they choose.
+//
+// DPI: the preview and the button keep their distances at the chooser's
+// DPI, and both previews scale the font height with it (12 is 12 pixels at
+// 96 DPI, 18 at 144); a DPI change lays the chooser out again.
+//
 // Style index: the dialog exchanges the three style flags as one number,
 // 0 none, 1 italic, 2 bold, 3 underlined, 4 bold + italic, 5 bold +
 // underlined, 6 bold + italic + underlined, 7 italic + underlined. The style
@@ -24,11 +38,14 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "quorvel/common/api.h"
 #include "quorvel/controls/static_text.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/platform/controls.h"
 #include "quorvel/platform/dialog.h"
+#include "quorvel/platform/dpi.h"
 #include "quorvel/platform/gdi.h"
 
 // The font and colour dialog (the library's template 5022). Given the
@@ -97,6 +114,13 @@ private:
     void FillFaceList();
     void FillLists();
     void ReplaceFrames();
+    // Puts every label before its field and the buttons last, for screen
+    // readers (which name a field by the label before it) and for Tab.
+    void OrderForReading();
+    // Takes over the lists and the two "..." buttons for screen readers:
+    // the lists are named by their labels and valued by their texts, the
+    // buttons by the colour they choose.
+    void AttachForReaders();
     void ShowChoice();
     void PickColor(bool background);
     // The face, height and style the lists show; false (and a warning) when
@@ -112,6 +136,7 @@ private:
     std::unique_ptr<XBaseStatictextColor> m_textSwatch;
     std::unique_ptr<XBaseStatictextColor> m_backSwatch;
     std::unique_ptr<XBaseStatictextColor> m_preview;
+    std::vector<std::unique_ptr<qv::Window>> m_readerItems;  // the lists and "..." buttons, taken over
     qv::Font m_previewFont;
     // The values as given when the dialog opened, for Cancel.
     struct Given {
@@ -123,7 +148,7 @@ private:
     } m_given;
 };
 
-class QV_API XBaseColorControlNew : public qv::Static {
+class QV_API XBaseColorControlNew : public qv::Static, public qv::AccessibleSource, public qv::DpiListener {
 public:
     // The "..." button: child, visible, BS_NOTIFY.
     enum : DWORD { kButtonStyle = 0x50004000 };
@@ -176,6 +201,13 @@ public:
     qv::Button* GetButton() const noexcept { return m_pButton.get(); }
     // The font the preview shows (null before CreateCtrl).
     HFONT GetPreviewFont() const noexcept { return m_font.get(); }
+    // What a screen reader hears as the preview's value.
+    std::wstring GetReaderValue() const;
+
+    // qv::AccessibleSource: the chooser is a group named by its label.
+    bool AccessibleRole(long child, long& role) override;
+    // qv::DpiListener: lays the children out and makes the font again.
+    void OnDpiChanged(UINT dpi) override;
 
 protected:
     LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
@@ -187,6 +219,8 @@ protected:
     void adaptControlToInternalData();
 
 private:
+    void LayOutChildren(int cx, int cy, UINT dpi);
+
     std::unique_ptr<XBaseStatictextColor> m_pPreview;
     std::unique_ptr<qv::Button> m_pButton;
     UINT m_buttonId = 0;
@@ -200,4 +234,5 @@ private:
     bool m_readOnly = false;
     qv::Font m_font;
     bool m_inDialog = false;
+    std::wstring m_readerValue;  // the value a reader heard last
 };

@@ -123,19 +123,45 @@ std::uint32_t PreviewBackground(bool readOnly, std::uint32_t background) noexcep
     return readOnly ? 0xFFFFFF : background;
 }
 
-Box PreviewBox(const Box& f) noexcept {
-    Box b{f.left + 2, f.top + 2, f.right - 40, f.bottom - 2};
+Box PreviewBox(const Box& f, unsigned dpi) noexcept {
+    const int inset = ScaleToDpi(2, dpi);
+    Box b{f.left + inset, f.top + inset, f.right - ScaleToDpi(40, dpi), f.bottom - inset};
     b.right = Clamp(b.right, b.left);
     b.bottom = Clamp(b.bottom, b.top);
     return b;
 }
 
-Box ButtonBox(const Box& f) noexcept {
-    Box b{f.right - 38, f.top + 2, f.right - 2, f.bottom - 2};
+Box ButtonBox(const Box& f, unsigned dpi) noexcept {
+    const int inset = ScaleToDpi(2, dpi);
+    Box b{f.right - ScaleToDpi(38, dpi), f.top + inset, f.right - inset, f.bottom - inset};
     b.left = std::max(b.left, f.left);
     b.right = Clamp(b.right, b.left);
     b.bottom = Clamp(b.bottom, b.top);
     return b;
+}
+
+std::wstring FillIn(std::wstring_view pattern, std::initializer_list<std::wstring_view> args) {
+    std::wstring out;
+    out.reserve(pattern.size());
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        const wchar_t c = pattern[i];
+        if (c != L'%' || i + 1 == pattern.size()) {
+            out += c;
+            continue;
+        }
+        const wchar_t next = pattern[i + 1];
+        if (next == L'%') {
+            out += L'%';
+            ++i;
+        } else if (next >= L'1' && next <= L'9') {
+            const std::size_t n = static_cast<std::size_t>(next - L'1');
+            if (n < args.size()) out.append(*(args.begin() + n));
+            ++i;
+        } else {
+            out += c;
+        }
+    }
+    return out;
 }
 
 }  // namespace qv::fontcolor

@@ -1,15 +1,19 @@
 // The font and colour chooser without a window: the style index the dialog
 // exchanges and its list positions, the HTML colour texts, the read-only
-// rule for the background, the "Default" choice, the size list and the
-// layout of the chooser's preview and button.
+// rule for the background, the "Default" choice, the size list, the layout
+// of the chooser's preview and button at any DPI, and the text a screen
+// reader hears for the choice.
 //
 // Colours are COLORREF values (0x00BBGGRR) held in 32-bit integers.
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "quorvel/common/dpi_rules.h"
 
 namespace qv::fontcolor {
 
@@ -83,15 +87,28 @@ std::uint32_t PreviewBackground(bool readOnly, std::uint32_t background) noexcep
 inline constexpr const wchar_t* kChooserPreviewText = L"Test";
 inline constexpr const wchar_t* kDialogPreviewText = L"Preview of the selected fontattributes";
 
-// The chooser's children inside its rectangle: the preview 2 pixels in from
-// the left, top and bottom and 40 from the right; the "..." button 38 to 2
-// pixels from the right. A chooser too small for them gets empty rectangles
-// rather than turned-over ones.
+// The chooser's children inside its rectangle: at 96 DPI the preview 2
+// pixels in from the left, top and bottom and 40 from the right, the "..."
+// button 38 to 2 pixels from the right; at another `dpi` each distance is
+// scaled. A chooser too small for them gets empty rectangles rather than
+// turned-over ones.
 struct Box {
     int left = 0, top = 0, right = 0, bottom = 0;
     bool operator==(const Box&) const = default;
 };
-Box PreviewBox(const Box& frame) noexcept;
-Box ButtonBox(const Box& frame) noexcept;
+Box PreviewBox(const Box& frame, unsigned dpi = kBaseDpi) noexcept;
+Box ButtonBox(const Box& frame, unsigned dpi = kBaseDpi) noexcept;
+
+// What a screen reader hears as the preview's value, before translation:
+// "%1 %2, %3, %4 on %5" with the face, the size, the style, the text colour
+// and the background colour; a chooser for a read-only field leaves the
+// background out, as the user cannot choose it ("%1 %2, %3, %4").
+inline constexpr const wchar_t* kReaderValue = L"%1 %2, %3, %4 on %5";
+inline constexpr const wchar_t* kReaderValueReadOnly = L"%1 %2, %3, %4";
+
+// `pattern` with "%1" to "%9" replaced by the arguments in that order, so a
+// translation may put them in any order. "%%" is one "%"; a "%" before
+// anything else stays as it is, and a number without an argument gives "".
+std::wstring FillIn(std::wstring_view pattern, std::initializer_list<std::wstring_view> args);
 
 }  // namespace qv::fontcolor
