@@ -1,6 +1,7 @@
 #include "quorvel/controls/rich_text.h"
 
 #include <commdlg.h>
+#include <oleacc.h>
 
 #include <algorithm>
 #include <climits>
@@ -9,6 +10,7 @@
 
 #include "quorvel/common/boundary.h"
 #include "quorvel/controls/rich_text_rules.h"
+#include "quorvel/platform/accessible.h"
 #include "quorvel/frame/siblings.h"
 #include "quorvel/frame/zt_lang.h"
 #include "resources/resource.h"
@@ -52,6 +54,20 @@ std::string ToRtfBytes(const std::wstring& rtf) {
     return bytes;
 }
 
+// The font dialog's list, named for screen readers by the dialog's title,
+// as it has no label of its own.
+class TitledList final : public qv::ComboBox, public qv::AccessibleSource {
+public:
+    bool AccessibleName(long child, std::wstring& name) override {
+        if (child != CHILDID_SELF) return false;
+        const HWND dialog = GetParent();
+        const int length = dialog ? ::GetWindowTextLengthW(dialog) : 0;
+        name.assign(static_cast<size_t>(length > 0 ? length : 0) + 1, L'\0');
+        name.resize(dialog ? static_cast<size_t>(::GetWindowTextW(dialog, name.data(), length + 1)) : 0);
+        return !name.empty();
+    }
+};
+
 }  // namespace
 
 // ---- XGetFontNameDlg -------------------------------------------------------------
@@ -76,6 +92,8 @@ BOOL XGetFontNameDlg::OnInitDialog() {
     HWND combo = GetDlgItem(IDC_QV_FONTNAME_COMBO);
     for (const std::wstring& name : m_fontNames)
         ::SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
+    auto list = std::make_unique<TitledList>();
+    m_readerList.reset(list->SubclassDlgItem(IDC_QV_FONTNAME_COMBO, m_hWnd) ? list.release() : nullptr);
     return Dialog::OnInitDialog();
 }
 
@@ -98,6 +116,16 @@ void XGetFontNameDlg::OnOK() {
 
 XGetFontSizeDlg::XGetFontSizeDlg() : Dialog(IDD_QV_FONTSIZE) {}
 XGetFontSizeDlg::~XGetFontSizeDlg() = default;
+
+BOOL XGetFontSizeDlg::OnInitDialog() {
+    // The label goes before the field: screen readers name a field by the
+    // label before it.
+    if (HWND label = GetDlgItem(IDC_QV_FONTSIZE_LABEL))
+        ::SetWindowPos(label, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    auto edit = std::make_unique<qv::Edit>();
+    m_readerEdit.reset(edit->SubclassDlgItem(IDC_QV_FONTSIZE_EDIT, m_hWnd) ? edit.release() : nullptr);
+    return Dialog::OnInitDialog();
+}
 
 void XGetFontSizeDlg::DoDataExchange(qv::DataExchange* dx) {
     std::wstring text = rt::FormatFontSize(m_lTwips);
@@ -295,6 +323,15 @@ bool XRichEditCtrl::On_Menu_SetFontSize() {
     return SetSelectionFontSize(m_pFontSizeDlg->GetFontSize());
 }
 
+bool XRichEditCtrl::OnReflectCommand(UINT notifyCode) {
+    if (notifyCode == EN_CHANGE) qv::RaiseAccessibleEvent(m_hWnd, EVENT_OBJECT_VALUECHANGE);
+    return false;
+}
+
+void XRichEditCtrl::NotifyChanges() {
+    if (IsWindow()) SetEventMask(GetEventMask() | ENM_CHANGE);
+}
+
 // ---- XRichEditCtrlEx -----------------------------------------------------------------
 
 HMODULE XRichEditCtrlEx::RichEditLibrary() noexcept {
@@ -306,7 +343,9 @@ HMODULE XRichEditCtrlEx::RichEditLibrary() noexcept {
 
 int XRichEditCtrlEx::Create(unsigned long style, const RECT& rect, HWND parent, unsigned int id) try {
     if (!RichEditLibrary() || !parent || !::IsWindow(parent)) return 0;
-    return qv::Window::Create(L"RichEdit20W", L"", style, rect, parent, id) ? 1 : 0;
+    if (!qv::Window::Create(L"RichEdit20W", L"", style, rect, parent, id)) return 0;
+    NotifyChanges();
+    return 1;
 } catch (...) {
     return qv::CaughtAtEdge(" XRichEditCtrlEx::Create", __LINE__, 0);
 }
@@ -325,6 +364,7 @@ BOOL XBaseRTFEdit::Create(DWORD style, const RECT& rect, HWND parent, UINT id) t
         return FALSE;
     }
     LimitText(kNoTextLimit);
+    NotifyChanges();
     ApplyColors();
     return TRUE;
 } catch (...) {

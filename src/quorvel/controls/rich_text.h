@@ -13,6 +13,13 @@
 // The two small font dialogs that the menu opens, XGetFontNameDlg ("Select a
 // font") and XGetFontSizeDlg ("Font size"), come from the library's own
 // dialog templates and can be run by a host on their own as well.
+//
+// Screen readers: a field is named by the label before it and its value is
+// its text, as the rich edit control reports it; a change of the text is
+// announced (EVENT_OBJECT_VALUECHANGE), whether typed, pasted, formatted by
+// the menu or set by the host. Sizes inside the text are in points, so the
+// text scales with the DPI as the control draws it; the fields lay out
+// nothing of their own.
 #pragma once
 
 #include <windows.h>
@@ -27,7 +34,8 @@
 #include "quorvel/platform/dialog.h"
 
 // "Select a font": a sorted drop-down list of face names. OK with an empty
-// name is refused with a warning.
+// name is refused with a warning. A screen reader hears the list by the
+// dialog's title, its value the name shown.
 class QV_API XGetFontNameDlg : public qv::Dialog {
 public:
     XGetFontNameDlg();
@@ -52,10 +60,12 @@ protected:
 private:
     std::vector<std::wstring> m_fontNames;
     std::wstring m_strFontName;
+    std::unique_ptr<qv::Window> m_readerList;  // the list, taken over while the dialog is open
 };
 
 // "Font size": the size in points, with at most one decimal place, from 1
-// to 1638. OK with any other text is refused with a warning.
+// to 1638. OK with any other text is refused with a warning. The label
+// comes before the field, so a screen reader names the field by it.
 class QV_API XGetFontSizeDlg : public qv::Dialog {
 public:
     XGetFontSizeDlg();
@@ -67,11 +77,13 @@ public:
     long GetFontSize() const noexcept { return m_lTwips; }
 
 protected:
+    BOOL OnInitDialog() override;                               // WM_INITDIALOG
     void OnOK() override;                                       // IDOK
     void DoDataExchange(qv::DataExchange* dx) override;
 
 private:
     long m_lTwips = 240;
+    std::unique_ptr<qv::Window> m_readerEdit;  // the field, taken over while the dialog is open
 };
 
 class QV_API XRichEditCtrl : public qv::RichEditCtrl {
@@ -113,6 +125,11 @@ public:
 protected:
     void OnContextMenu(HWND wnd, POINT pt) override;             // WM_CONTEXTMENU
     BOOL OnCommand(WPARAM wp, LPARAM lp) override;               // WM_COMMAND from the menu
+    // EN_CHANGE: announces the new text; the parent hears it as well.
+    bool OnReflectCommand(UINT notifyCode) override;             // WM_COMMAND (reflected)
+    // Asks the control for EN_CHANGE, which a rich edit control sends only
+    // on request.
+    void NotifyChanges();
 
     void On_Menu_ToggleFormat(UINT id);
     bool On_Menu_SetTextColor();
