@@ -169,8 +169,9 @@ TEST_F(ViewersTest, EachNameGetsItsViewer) {
         EXPECT_EQ(view_.GetViewerKind(), c.kind) << std::wstring(c.name);
         EXPECT_EQ(view_.IsFileNotFoundShown(), c.kind == XImageView::kNoViewer) << std::wstring(c.name);
         EXPECT_EQ(qvtest::TextOf(view_.GetFileEdit()), path);
-        if (c.kind == XImageView::kNoViewer)
+        if (c.kind == XImageView::kNoViewer) {
             EXPECT_EQ(qvtest::TextOf(::GetDlgItem(view_, kId + XImageView::kNotFoundOffset)), L"File not found");
+        }
         if (XHTMLView* html = view_.GetHTMLView()) {
             EXPECT_EQ(html->GetDlgCtrlID(), int(kId));
             EXPECT_TRUE(html->GetExStyle() & WS_EX_CLIENTEDGE);

@@ -136,8 +136,9 @@ public:
         if (Ask(child, [&](AccessibleSource& s, long id) { return s.AccessibleName(id, text); })) return ToBstr(text, out);
         if (IsSelf(child) && ::IsWindow(hwnd_)) {
             if (NamedByLabel(hwnd_)) {
-                text = AccessibleLabelOf(hwnd_);
-                if (!text.empty()) return ToBstr(text, out);
+                // Ours even when empty: the system's proxy would take any
+                // static before the field, a read-only field's value too.
+                return ToBstr(AccessibleLabelOf(hwnd_), out);
             } else {
                 const std::wstring cls = ClassOf(hwnd_);
                 if (ClassIs(cls, L"Static") || ClassIs(cls, L"Button")) return ToBstr(AccessibleTextOf(hwnd_), out);
@@ -319,7 +320,9 @@ private:
 bool IsLabelWindow(HWND hwnd) {
     const std::wstring cls = ClassOf(hwnd);
     const auto style = static_cast<DWORD>(::GetWindowLongPtrW(hwnd, GWL_STYLE));
-    if (ClassIs(cls, L"Static")) return ::GetWindowTextLengthW(hwnd) > 0;
+    // A static with windows inside is a library field (a search field, a
+    // read-only field) whose text is its value, not a label.
+    if (ClassIs(cls, L"Static")) return ::GetWindowTextLengthW(hwnd) > 0 && !::GetWindow(hwnd, GW_CHILD);
     if (ClassIs(cls, L"Button")) return (style & BS_TYPEMASK) == BS_GROUPBOX;
     // A prompt: a read-only multi-line edit the user cannot tab to.
     if (ClassIs(cls, L"Edit")) return (style & ES_READONLY) && (style & ES_MULTILINE) && !(style & WS_TABSTOP);
@@ -367,8 +370,11 @@ std::wstring AccessibleLabelOf(HWND hwnd) {
     }
     // The edit inside a library field (a search field, a field with a script
     // button) has no label of its own: the field's label names it.
+    // Any library control that holds fields counts (a static-based field,
+    // the script container's own class); a dialog does not: its fields are
+    // the host's, each with a label of its own or none.
     HWND parent = ::GetParent(hwnd);
-    if (parent && (::GetWindowLongPtrW(parent, GWL_STYLE) & WS_CHILD) && ClassIs(ClassOf(parent), L"Static") &&
+    if (parent && (::GetWindowLongPtrW(parent, GWL_STYLE) & WS_CHILD) && !ClassIs(ClassOf(parent), L"#32770") &&
         Window::FromHandle(parent))
         return AccessibleLabelOf(parent);
     return {};

@@ -59,6 +59,10 @@ TEST_F(FieldsAccessibilityTest, AReadOnlyFieldIsATextNamedByItsLabel) {
     // Without a label before it the field has no name, rather than its value.
     ::DestroyWindow(label);
     EXPECT_EQ(AccessibleOf(field).Name(), L"");
+    // Nor does a field after it take the read-only field's value for a label.
+    XMaskIntegerEdit next;
+    ASSERT_TRUE(next.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, Row(2), host_, 102));
+    EXPECT_EQ(AccessibleOf(next).Name(), L"");
 }
 
 TEST_F(FieldsAccessibilityTest, ARefusedKeystrokeAnnouncesNothing) {
