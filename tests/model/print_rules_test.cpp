@@ -173,7 +173,7 @@ size_t Offset(const std::string& data, const std::string& key) {
 }
 
 TEST(PrintRulesTest, CfHtmlOffsetsPointIntoItsOwnBytes) {
-    for (const std::string fragment : {std::string("<table><tr><td>\xC3\xA4</td></tr></table>"), std::string(),
+    for (const std::string& fragment : {std::string("<table><tr><td>\xC3\xA4</td></tr></table>"), std::string(),
                                        std::string(5000, 'x')}) {
         const std::string data = pl::CfHtml(fragment);
         ASSERT_EQ(data.rfind("Version:0.9\r\n", 0), 0u);
