@@ -356,9 +356,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
 
     // The window's size in 96-DPI pixels, made for the screen's DPI (the
     // gallery is per-monitor aware: see gallery.manifest).
-    HDC screen = ::GetDC(nullptr);
-    const auto dpi = static_cast<UINT>(::GetDeviceCaps(screen, LOGPIXELSY));
-    ::ReleaseDC(nullptr, screen);
+    const UINT dpi = qv::ScreenDpi();
     g.main = ::CreateWindowExW(0, kMainClass, L"Quorvel gallery", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0,
                                qv::ScaleToDpi(1024, dpi), qv::ScaleToDpi(720, dpi), nullptr, nullptr, instance, nullptr);
     if (!g.main) return 2;

@@ -14,6 +14,8 @@ Fn User32Function(const char* name) noexcept {
     return user32 ? reinterpret_cast<Fn>(reinterpret_cast<void*>(::GetProcAddress(user32, name))) : nullptr;
 }
 
+}  // namespace
+
 UINT ScreenDpi() noexcept {
     HDC screen = ::GetDC(nullptr);
     if (!screen) return kBaseDpi;
@@ -21,8 +23,6 @@ UINT ScreenDpi() noexcept {
     ::ReleaseDC(nullptr, screen);
     return dpi > 0 ? static_cast<UINT>(dpi) : kBaseDpi;
 }
-
-}  // namespace
 
 UINT DpiOf(HWND hwnd) noexcept {
     if (!hwnd || !::IsWindow(hwnd)) return kBaseDpi;

@@ -43,6 +43,10 @@ public:
 // window DPI, the screen's otherwise; 96 for a null or destroyed window.
 QV_API UINT DpiOf(HWND hwnd) noexcept;
 
+// The screen's DPI (the system DPI), for what is laid out before it has a
+// window of its own; 96 when it cannot be read.
+QV_API UINT ScreenDpi() noexcept;
+
 // A 96-DPI length at the DPI of `hwnd`.
 inline int Scale(HWND hwnd, int length) noexcept { return ScaleToDpi(length, DpiOf(hwnd)); }
 

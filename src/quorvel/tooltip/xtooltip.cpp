@@ -121,12 +121,6 @@ qv::TipShape ShapeOf(const int (&sizes)[XTooltip::kSizeCount], UINT dpi) {
     return qv::TipShapeForDpi(shape, dpi);
 }
 
-UINT ScreenDpi() {
-    qv::ClientDC screen(nullptr);
-    const int dpi = screen ? ::GetDeviceCaps(screen, LOGPIXELSY) : 0;
-    return dpi > 0 ? static_cast<UINT>(dpi) : qv::kBaseDpi;
-}
-
 }  // namespace
 
 // ---- Construction ----------------------------------------------------------------
@@ -455,7 +449,7 @@ UINT XTooltip::GetDrawingDpi() const {
     // The box shows beside its owner, on the owner's monitor.
     if (m_hParent && ::IsWindow(m_hParent)) return qv::DpiOf(m_hParent);
     if (IsWindow()) return qv::DpiOf(m_hWnd);
-    return ScreenDpi();
+    return qv::ScreenDpi();
 }
 
 // ---- Timing ---------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 #include <oleacc.h>
 
 #include "quorvel/common/boundary.h"
+#include "quorvel/controls/reader_state.h"
 
 namespace qv {
 
@@ -52,12 +53,9 @@ void NamedButton::OnDpiChanged(UINT dpi) try {
 }
 
 long PushButtonState(HWND button) noexcept {
-    if (!button || !::IsWindow(button)) return STATE_SYSTEM_UNAVAILABLE;
-    long state = STATE_SYSTEM_FOCUSABLE;
-    if (!::IsWindowEnabled(button)) state |= STATE_SYSTEM_UNAVAILABLE;
-    if (!::IsWindowVisible(button)) state |= STATE_SYSTEM_INVISIBLE;
-    if (::GetFocus() == button) state |= STATE_SYSTEM_FOCUSED;
-    if (::SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED) state |= STATE_SYSTEM_PRESSED;
+    long state = ReaderWindowState(button, true);
+    if (button && ::IsWindow(button) && (::SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED))
+        state |= STATE_SYSTEM_PRESSED;
     return state;
 }
 

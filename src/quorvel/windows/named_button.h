@@ -60,8 +60,8 @@ private:
     Bitmap m_scaled;
 };
 
-// The state a reader hears for a push button: focusable, and focused,
-// pressed, unavailable (disabled) or invisible as the button is now.
+// The state a reader hears for a push button: the window's state (shown,
+// enabled and so focusable, focused) and pressed while held down.
 QV_API long PushButtonState(HWND button) noexcept;
 
 }  // namespace qv

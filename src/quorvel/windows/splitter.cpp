@@ -9,6 +9,7 @@
 #include "quorvel/common/boundary.h"
 #include "quorvel/frame/services.h"
 #include "quorvel/platform/module.h"
+#include "quorvel/windows/named_button.h"
 #include "quorvel/windows/splitter_rules.h"
 
 namespace sp = qv::splitter;
@@ -72,14 +73,7 @@ bool XSplitterButton::AccessibleRole(long child, long& role) {
 
 bool XSplitterButton::AccessibleState(long child, long& state) {
     if (child != CHILDID_SELF || !IsWindow()) return false;
-    state = 0;
-    if (!IsWindowVisible()) state |= STATE_SYSTEM_INVISIBLE;
-    if (IsWindowEnabled())
-        state |= STATE_SYSTEM_FOCUSABLE;
-    else
-        state |= STATE_SYSTEM_UNAVAILABLE;
-    if (::GetFocus() == m_hWnd) state |= STATE_SYSTEM_FOCUSED;
-    if (SendMessage(BM_GETSTATE) & BST_PUSHED) state |= STATE_SYSTEM_PRESSED;
+    state = qv::PushButtonState(m_hWnd);
     return true;
 }
 
